@@ -1,0 +1,236 @@
+#include "core/FileIO.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+#include "core/CodePage.h"
+#include "core/Paths.h"
+
+namespace kestrow {
+
+namespace {
+
+std::string SystemError(int err) { return std::strerror(err); }
+
+bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& out, std::string& error) {
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    error = SystemError(errno);
+    return false;
+  }
+  struct stat st {};
+  if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    error = S_ISDIR(st.st_mode) ? "Is a directory" : SystemError(errno);
+    ::close(fd);
+    return false;
+  }
+  out.clear();
+  out.reserve(static_cast<std::size_t>(st.st_size));
+  std::uint8_t chunk[1 << 16];
+  for (;;) {
+    ssize_t n = ::read(fd, chunk, sizeof chunk);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      error = SystemError(errno);
+      ::close(fd);
+      return false;
+    }
+    if (n == 0) break;
+    out.insert(out.end(), chunk, chunk + n);
+  }
+  ::close(fd);
+  return true;
+}
+
+// Writes the bytes to a new file beside the target, flushes it to disk and
+// renames it over the target.
+bool CommitFile(const std::string& path, const std::vector<std::uint8_t>& bytes, std::string& error) {
+  std::string folder = GetFPath(path);
+  std::string tmpl = JoinPath(folder.empty() ? "." : folder, "." + GetFName(path) + ".XXXXXX");
+  std::vector<char> name(tmpl.begin(), tmpl.end());
+  name.push_back('\0');
+  int fd = ::mkstemp(name.data());
+  if (fd < 0) {
+    error = SystemError(errno);
+    return false;
+  }
+  std::string tmp(name.data());
+  auto fail = [&](int err) {
+    error = SystemError(err);
+    ::close(fd);
+    ::unlink(tmp.c_str());
+    return false;
+  };
+  // A file saved over keeps its permissions; a new one gets the usual ones.
+  struct stat st {};
+  mode_t mode = 0666;
+  if (::stat(path.c_str(), &st) == 0) {
+    mode = st.st_mode & 07777;
+  } else {
+    mode_t mask = ::umask(0);
+    ::umask(mask);
+    mode &= ~mask;
+  }
+  if (::fchmod(fd, mode) != 0) return fail(errno);
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      return fail(errno);
+    }
+    done += static_cast<std::size_t>(n);
+  }
+  if (::fsync(fd) != 0) return fail(errno);
+  if (::close(fd) != 0) {
+    error = SystemError(errno);
+    ::unlink(tmp.c_str());
+    return false;
+  }
+  if (::rename(tmp.c_str(), path.c_str()) != 0) {
+    error = SystemError(errno);
+    ::unlink(tmp.c_str());
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool FileIO::OpenIO(const std::string& path, Mode mode) {
+  path_ = path;
+  mode_ = mode;
+  pos_ = 0;
+  failed_ = false;
+  writeFailed_ = false;
+  error_.clear();
+  data_.clear();
+  open_ = false;
+  if (mode == Mode::Read) {
+    if (!ReadWholeFile(path, data_, error_)) return false;
+  } else {
+    // Refuse at once a target that cannot be written, before any work is done.
+    std::string folder = GetFPath(path);
+    if (::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0) {
+      error_ = SystemError(errno);
+      return false;
+    }
+  }
+  open_ = true;
+  return true;
+}
+
+bool FileIO::CloseIO() {
+  if (!open_) return false;
+  open_ = false;
+  bool ok = true;
+  if (mode_ == Mode::Write) {
+    ok = !writeFailed_ && CommitFile(path_, data_, error_);
+  }
+  data_.clear();
+  data_.shrink_to_fit();
+  pos_ = 0;
+  return ok;
+}
+
+bool FileIO::PutRaw(const void* p, std::size_t n) {
+  const auto* b = static_cast<const std::uint8_t*>(p);
+  data_.insert(data_.end(), b, b + n);
+  pos_ += n;
+  return true;
+}
+
+bool FileIO::PutByte(std::uint8_t x) { return PutRaw(&x, 1); }
+
+bool FileIO::PutInt(std::int16_t x) {
+  std::uint8_t b[2] = {static_cast<std::uint8_t>(x & 0xFF),
+                       static_cast<std::uint8_t>((static_cast<std::uint16_t>(x) >> 8) & 0xFF)};
+  return PutRaw(b, 2);
+}
+
+bool FileIO::PutBool(bool x) { return PutByte(x ? 'Y' : 'N'); }
+
+bool FileIO::PutFloat(float x) {
+  std::uint32_t u;
+  std::memcpy(&u, &x, 4);
+  std::uint8_t b[4] = {static_cast<std::uint8_t>(u), static_cast<std::uint8_t>(u >> 8),
+                       static_cast<std::uint8_t>(u >> 16), static_cast<std::uint8_t>(u >> 24)};
+  return PutRaw(b, 4);
+}
+
+bool FileIO::PutCounted(const std::string& bytes) {
+  // The length prefix is a signed 16-bit number: a longer text cannot be stored.
+  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+    writeFailed_ = true;
+    error_ = "A text of " + std::to_string(bytes.size()) +
+             " characters is too long to be saved; the limit is 32767";
+    return false;
+  }
+  PutInt(static_cast<std::int16_t>(bytes.size()));
+  return PutRaw(bytes.data(), bytes.size());
+}
+
+bool FileIO::PutString(const std::string& utf8) { return PutCounted(Utf8ToCp1252(utf8)); }
+bool FileIO::PutBytes(const std::string& bytes) { return PutCounted(bytes); }
+
+bool FileIO::Take(void* out, std::size_t n) {
+  if (!open_ || Remaining() < n) {
+    std::memset(out, 0, n);
+    pos_ = data_.size();
+    failed_ = true;
+    return false;
+  }
+  std::memcpy(out, data_.data() + pos_, n);
+  pos_ += n;
+  return true;
+}
+
+std::uint8_t FileIO::GetByte() {
+  std::uint8_t b = 0;
+  Take(&b, 1);
+  return b;
+}
+
+std::int16_t FileIO::GetInt() {
+  std::uint8_t b[2];
+  Take(b, 2);
+  return static_cast<std::int16_t>(static_cast<std::uint16_t>(b[0] | (b[1] << 8)));
+}
+
+bool FileIO::GetBool() { return GetByte() == 'Y'; }
+
+float FileIO::GetFloat() {
+  std::uint8_t b[4];
+  Take(b, 4);
+  std::uint32_t u = static_cast<std::uint32_t>(b[0]) | (static_cast<std::uint32_t>(b[1]) << 8) |
+                    (static_cast<std::uint32_t>(b[2]) << 16) | (static_cast<std::uint32_t>(b[3]) << 24);
+  float x;
+  std::memcpy(&x, &u, 4);
+  return x;
+}
+
+std::string FileIO::GetBytes() {
+  std::int16_t n = GetInt();
+  if (failed_ || n < 0 || static_cast<std::size_t>(n) > Remaining()) {
+    pos_ = data_.size();
+    failed_ = true;
+    return std::string(1, '\0');
+  }
+  std::string s(reinterpret_cast<const char*>(data_.data() + pos_), static_cast<std::size_t>(n));
+  pos_ += static_cast<std::size_t>(n);
+  return s;
+}
+
+std::string FileIO::GetString() {
+  std::string bytes = GetBytes();
+  if (IsReadFailure(bytes) && failed_) return bytes;
+  return Cp1252ToUtf8(bytes);
+}
+
+}  // namespace kestrow

@@ -1,0 +1,51 @@
+// A Ui for tests: records every message and answers questions from a queue
+// (No, or false, when the queue is empty).
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "core/Ui.h"
+
+namespace kestrow {
+
+class ScriptedUi : public Ui {
+ public:
+  struct Message {
+    std::string kind;  // "error", "info", "yesno", "warn", "yesnocancel", "okcancel"
+    std::string text;
+  };
+
+  void ErrorBox(const std::string& text) override { messages.push_back({"error", text}); }
+  void InfoBox(const std::string& text) override { messages.push_back({"info", text}); }
+  Answer YesNoBox(const std::string& text) override {
+    messages.push_back({"yesno", text});
+    return Next(Answer::No);
+  }
+  bool WarnYesNo(const std::string& text) override {
+    messages.push_back({"warn", text});
+    return Next(Answer::No) == Answer::Yes;
+  }
+  Answer YesNoCancelBox(const std::string& text) override {
+    messages.push_back({"yesnocancel", text});
+    return Next(Answer::Cancel);
+  }
+  bool OkCancelBox(const std::string& text) override {
+    messages.push_back({"okcancel", text});
+    return Next(Answer::Cancel) == Answer::Ok;
+  }
+
+  std::vector<Message> messages;
+  std::deque<Answer> answers;
+
+ private:
+  Answer Next(Answer otherwise) {
+    if (answers.empty()) return otherwise;
+    Answer a = answers.front();
+    answers.pop_front();
+    return a;
+  }
+};
+
+}  // namespace kestrow

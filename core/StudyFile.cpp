@@ -1,0 +1,350 @@
+// A study in the problem file: its block, field for field, and its text export.
+#include "core/FileIO.h"
+#include "core/Problem.h"
+#include "core/Study.h"
+#include "core/Text.h"
+
+namespace kestrow {
+
+namespace {
+
+// Smallest number of bytes an entry of each collection takes in the file; a
+// count that the rest of the file cannot hold is refused before anything is
+// allocated.
+constexpr std::size_t MIN_ITEM = 2;            // one string
+constexpr std::size_t MIN_STUDY_RV = 2 + 2 + 4 + 4;
+constexpr std::size_t MIN_RTERM = 4 + 4 + 2;
+constexpr std::size_t MIN_TREATMENT = 2;
+constexpr std::size_t MIN_CONTRAST = 5 * 2 + 1;
+constexpr std::size_t MIN_NOTE = 2 + 2 + 2;
+constexpr std::size_t CELL_BYTES = 4 + 1 + 2;
+
+}  // namespace
+
+bool Study::fRead(FileIO& io) {
+  bool ok = true;
+  // Items 1 to 8: a failed string marks the study, and reading goes on.
+  auto checked = [&](std::string& field) {
+    field = io.GetString();
+    if (IsReadFailure(field) && io.Failed()) ok = false;
+  };
+  checked(sKey);
+  checked(sName);
+  checked(sDesc);
+  iFlag = io.GetInt();
+  iReps = io.GetInt();
+  checked(sPartial);
+  iSequence = io.GetInt();
+  checked(sMultiChart);
+
+  std::int16_t count = io.GetInt();
+  if (!io.CanHold(count, MIN_ITEM)) return false;
+  for (int i = 0; i < count; ++i) Factors.Add(Item{io.GetString()});
+
+  count = io.GetInt();
+  if (!io.CanHold(count, MIN_STUDY_RV)) return false;
+  for (int i = 0; i < count; ++i) {
+    StudyRespVar srv;
+    srv.sKey = io.GetString();
+    srv.iType = io.GetInt();
+    srv.fParam1 = io.GetFloat();
+    srv.fParam2 = io.GetFloat();
+    StudyRespVars.Add(std::move(srv));
+  }
+
+  ANOM_sRVkey = io.GetString();
+  ANOM_fAlpha = io.GetFloat();
+  ANOM_sCharts = io.GetString();
+  ANOM_iSubgrouping = io.GetInt();
+  ANOM_flags = io.GetInt();
+
+  RESPONSE_sRVkey = io.GetString();
+  RESPONSE_sF1Key = io.GetString();
+  RESPONSE_sF2Key = io.GetString();
+  RESPONSE_sF3Key = io.GetString();
+  RESPONSE_iVariable = io.GetInt();
+  RESPONSE_iFlag = io.GetInt();
+
+  FXPLOT_sRVkey = io.GetString();
+  FXPLOT_sF1Key = io.GetString();
+  FXPLOT_sF2Key = io.GetString();
+  FXPLOT_sFilter = io.GetString();
+
+  ANOVA_sRVkey = io.GetString();
+  ANOVA_fAlpha = io.GetFloat();
+  ANOVA_iVariable = io.GetInt();
+  ANOVA_flags = io.GetInt();
+  ANOVA_sCharts = io.GetString();
+
+  MMP_bStdDevChart = io.GetBool();
+  MMP_sRVkey = io.GetString();
+  MMP_flags = io.GetInt();
+
+  REGRESS_sRVkey = io.GetString();
+  REGRESS_iFlag = io.GetInt();
+  REGRESS_iModelType = io.GetInt();
+  REGRESS_RES_sCharts = io.GetString();
+
+  count = io.GetInt();
+  if (!io.CanHold(count, MIN_RTERM)) return false;
+  for (int i = 0; i < count; ++i) {
+    Rterm term;
+    term.fBeta = io.GetFloat();
+    term.fValue = io.GetFloat();
+    term.sTerm = io.GetString();
+    REGRESS_Rterms.Add(std::move(term));
+  }
+
+  // Not the order of the declarations: this is the file's order.
+  REGRESS_RSM_iAlpha = io.GetInt();
+  REGRESS_RSM_iBeta = io.GetInt();
+  REGRESS_RSM_iNetSize = io.GetInt();
+  REGRESS_RSM_flags = io.GetInt();
+  CONTOUR_flags = io.GetInt();
+
+  CONTOUR_KeyFactor = io.GetString();
+  CONTOUR_KeyValues = io.GetString();
+  CONTOUR_sFilter = io.GetString();
+
+  RESIDUAL_sRVkey = io.GetString();
+  RESIDUAL_sCharts = io.GetString();
+  RESIDUAL_iModel = io.GetInt();
+
+  PAIRWISE_sRVkey = io.GetString();
+  PAIRWISE_fAlpha = io.GetFloat();
+  PAIRWISE_iAlgorithm = io.GetInt();
+
+  RUN_flags = io.GetInt();
+  RUN_iScaling = io.GetInt();
+
+  lDesnPtr = io.fSeek();
+  sDesignName = io.GetString();
+  if (io.Failed()) return false;
+
+  if (!sDesignName.empty()) {
+    iDesFlag = io.GetInt();
+    iNumRuns = io.GetInt();
+    count = io.GetInt();
+    if (!io.CanHold(count, MIN_TREATMENT)) return false;
+    for (int i = 0; i < count; ++i) {
+      Treatment t;
+      t.sTlist = io.GetString();
+      Treatments.Add(std::move(t));
+    }
+    count = io.GetInt();
+    if (!io.CanHold(count, MIN_CONTRAST)) return false;
+    for (int i = 0; i < count; ++i) {
+      Contrast c;
+      c.sName = io.GetString();
+      c.sMain = io.GetString();
+      c.iMain = io.GetInt();
+      c.sLevels = io.GetBytes();
+      c.sAliases = io.GetString();
+      c.bPooled = io.GetBool();
+      Contrasts.Add(std::move(c));
+    }
+  }
+
+  // The data block has no count of its own: its size follows from the fields
+  // read so far, and it must fit in what is left of the file.
+  lDataPtr = io.fSeek();
+  if (iNumRuns < 0 || iReps < 0) return false;
+  int nRV = StudyRespVars.Count();
+  if (!io.CanHold(static_cast<long long>(iReps) * iNumRuns * nRV, CELL_BYTES)) return false;
+  SetDataArray();
+  bDataFull = true;
+  for (int rep = 1; rep <= iReps; ++rep)
+    for (int run = 1; run <= iNumRuns; ++run)
+      for (int rv = 1; rv <= nRV; ++rv) {
+        float value = io.GetFloat();
+        SetData(rv, run, rep, value);  // clears bDataFull for a missing value
+        SetFlag(rv, run, rep, io.GetByte());
+        SetSeq(run, rep, io.GetInt());
+      }
+
+  count = io.GetInt();
+  if (!io.CanHold(count, MIN_NOTE)) return false;
+  for (int i = 0; i < count; ++i) {
+    Note note;
+    note.iRep = io.GetInt();  // the replication comes first in the file
+    note.iRun = io.GetInt();
+    note.sText = io.GetString();
+    Notes.Add(std::move(note));
+  }
+
+  // The results of the last copies read replace the result so far: an early
+  // failure can be hidden by a later success. Files have always been read so,
+  // and a stricter reader would refuse damaged files that load.
+  count = io.GetInt();
+  if (!io.CanHold(count, Factor::MIN_FILE_BYTES)) return false;
+  for (int i = 0; i < count; ++i) {
+    Factor f;
+    ok = f.fRead(io);
+    std::string key = f.sKey;
+    if (!MyFactors.Add(std::move(f), key)) return false;
+  }
+  count = io.GetInt();
+  if (!io.CanHold(count, RespVar::MIN_FILE_BYTES)) return false;
+  for (int i = 0; i < count; ++i) {
+    RespVar rv;
+    ok = rv.fRead(io);
+    std::string key = rv.sKey;
+    if (!MyRespVars.Add(std::move(rv), key)) return false;
+  }
+  return ok;
+}
+
+void Study::fWrite(FileIO& io) const {
+  io.PutString(sKey);
+  io.PutString(sName);
+  io.PutString(sDesc);
+  io.PutInt(iFlag);
+  io.PutInt(iReps);
+  io.PutString(sPartial);
+  io.PutInt(iSequence);
+  io.PutString(sMultiChart);
+
+  io.PutInt(static_cast<std::int16_t>(Factors.Count()));
+  for (const Item& item : Factors) io.PutString(item.sKey);
+
+  io.PutInt(static_cast<std::int16_t>(StudyRespVars.Count()));
+  for (const StudyRespVar& srv : StudyRespVars) {
+    io.PutString(srv.sKey);
+    io.PutInt(srv.iType);
+    io.PutFloat(srv.fParam1);
+    io.PutFloat(srv.fParam2);
+  }
+
+  io.PutString(ANOM_sRVkey);
+  io.PutFloat(ANOM_fAlpha);
+  io.PutString(ANOM_sCharts);
+  io.PutInt(ANOM_iSubgrouping);
+  io.PutInt(ANOM_flags);
+
+  io.PutString(RESPONSE_sRVkey);
+  io.PutString(RESPONSE_sF1Key);
+  io.PutString(RESPONSE_sF2Key);
+  io.PutString(RESPONSE_sF3Key);
+  io.PutInt(RESPONSE_iVariable);
+  io.PutInt(RESPONSE_iFlag);
+
+  io.PutString(FXPLOT_sRVkey);
+  io.PutString(FXPLOT_sF1Key);
+  io.PutString(FXPLOT_sF2Key);
+  io.PutString(FXPLOT_sFilter);
+
+  io.PutString(ANOVA_sRVkey);
+  io.PutFloat(ANOVA_fAlpha);
+  io.PutInt(ANOVA_iVariable);
+  io.PutInt(ANOVA_flags);
+  io.PutString(ANOVA_sCharts);
+
+  io.PutBool(MMP_bStdDevChart);
+  io.PutString(MMP_sRVkey);
+  io.PutInt(MMP_flags);
+
+  io.PutString(REGRESS_sRVkey);
+  io.PutInt(REGRESS_iFlag);
+  io.PutInt(REGRESS_iModelType);
+  io.PutString(REGRESS_RES_sCharts);
+
+  io.PutInt(static_cast<std::int16_t>(REGRESS_Rterms.Count()));
+  for (const Rterm& term : REGRESS_Rterms) {
+    io.PutFloat(term.fBeta);
+    io.PutFloat(term.fValue);
+    io.PutString(term.sTerm);
+  }
+
+  io.PutInt(REGRESS_RSM_iAlpha);
+  io.PutInt(REGRESS_RSM_iBeta);
+  io.PutInt(REGRESS_RSM_iNetSize);
+  io.PutInt(REGRESS_RSM_flags);
+  io.PutInt(CONTOUR_flags);
+
+  io.PutString(CONTOUR_KeyFactor);
+  io.PutString(CONTOUR_KeyValues);
+  io.PutString(CONTOUR_sFilter);
+
+  io.PutString(RESIDUAL_sRVkey);
+  io.PutString(RESIDUAL_sCharts);
+  io.PutInt(RESIDUAL_iModel);
+
+  io.PutString(PAIRWISE_sRVkey);
+  io.PutFloat(PAIRWISE_fAlpha);
+  io.PutInt(PAIRWISE_iAlgorithm);
+
+  io.PutInt(RUN_flags);
+  io.PutInt(RUN_iScaling);
+
+  io.PutString(sDesignName);
+  if (!sDesignName.empty()) {
+    io.PutInt(iDesFlag);
+    io.PutInt(iNumRuns);
+    io.PutInt(static_cast<std::int16_t>(Treatments.Count()));
+    for (const Treatment& t : Treatments) io.PutString(t.sTlist);
+    io.PutInt(static_cast<std::int16_t>(Contrasts.Count()));
+    for (const Contrast& c : Contrasts) {
+      io.PutString(c.sName);
+      io.PutString(c.sMain);
+      io.PutInt(c.iMain);
+      io.PutBytes(c.sLevels);
+      io.PutString(c.sAliases);
+      io.PutBool(c.bPooled);
+    }
+  }
+
+  // The value goes through GetData, so an excluded observation is saved as
+  // missing; its flag stays. The run order is that of response variable 1.
+  int nRV = StudyRespVars.Count();
+  for (int rep = 1; rep <= iReps; ++rep)
+    for (int run = 1; run <= iNumRuns; ++run)
+      for (int rv = 1; rv <= nRV; ++rv) {
+        io.PutFloat(GetData(rv, run, rep));
+        io.PutByte(GetFlag(rv, run, rep));
+        io.PutInt(GetSeq(run, rep));
+      }
+
+  io.PutInt(static_cast<std::int16_t>(Notes.Count()));
+  for (const Note& note : Notes) {
+    io.PutInt(note.iRep);
+    io.PutInt(note.iRun);
+    io.PutString(note.sText);
+  }
+  io.PutInt(static_cast<std::int16_t>(MyFactors.Count()));
+  for (const Factor& f : MyFactors) f.fWrite(io);
+  io.PutInt(static_cast<std::int16_t>(MyRespVars.Count()));
+  for (const RespVar& rv : MyRespVars) rv.fWrite(io);
+}
+
+void Study::Export(std::ostream& out, int i) const {
+  out << "  **Study " << i << "\n";
+  out << "    Name: " << sName << "\n";
+  out << "    Description: " << sDesc << "\n";
+  out << "    Factors: ";
+  for (int f = 1; f <= Factors.Count(); ++f) out << (f > 1 ? ", " : "") << GetFactorName(f);
+  out << "\n";
+  out << "    Response variables: ";
+  for (int r = 1; r <= StudyRespVars.Count(); ++r)
+    out << (r > 1 ? ", " : "") << GetPRVName(StudyRespVars(r).sKey);
+  out << "\n";
+  out << "    Design: " << sDesignName << "\n";
+  out << "    Number of runs: " << iNumRuns << "\n";
+  out << "    Number of replications: " << iReps << "\n";
+  out << "    Partial reflection: " << sPartial << "\n";
+  out << "    Randomize run order: " << (iSequence != 0 ? "No" : "Yes") << "\n";
+  out << "    Treatments: \n";
+  for (int run = 1; run <= iNumRuns; ++run) {
+    out << "    " << PadRight(std::to_string(run), 5);
+    for (int f = 1; f <= Factors.Count(); ++f) out << PadRight(GetTreatmentLevelName(f, run), 18);
+    out << "\n";
+  }
+  out << "    Contrasts: \n";
+  for (const Contrast& c : Contrasts) {
+    out << "    " << PadRight(c.sName, 6);
+    out << (c.iMain > 0 ? PadRight(GetFactorName(c.iMain), 18) : std::string(" "));
+    for (int run = 1; run <= iNumRuns; ++run) out << PadLeft(ShortestText(c.fGetLevel(run)), 7);
+    out << "\n";
+  }
+}
+
+}  // namespace kestrow

@@ -1,0 +1,48 @@
+#include "shell/QtUi.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "core/Sentinels.h"
+
+namespace kestrow {
+
+namespace {
+QString Q(const std::string& s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
+}  // namespace
+
+void QtUi::ErrorBox(const std::string& text) {
+  QMessageBox::warning(parent_, PROGRAM_TITLE, Q(text));
+}
+
+void QtUi::InfoBox(const std::string& text) {
+  QMessageBox::information(parent_, PROGRAM_TITLE, Q(text));
+}
+
+Answer QtUi::YesNoBox(const std::string& text) {
+  auto b = QMessageBox::question(parent_, PROGRAM_TITLE, Q(text), QMessageBox::Yes | QMessageBox::No,
+                                 QMessageBox::No);
+  return b == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+bool QtUi::WarnYesNo(const std::string& text) {
+  auto b = QMessageBox::warning(parent_, QString(PROGRAM_TITLE) + " - Warning!", Q(text),
+                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+  return b == QMessageBox::Yes;
+}
+
+Answer QtUi::YesNoCancelBox(const std::string& text) {
+  auto b = QMessageBox::question(parent_, PROGRAM_TITLE, Q(text),
+                                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  return b == QMessageBox::Yes ? Answer::Yes : b == QMessageBox::No ? Answer::No : Answer::Cancel;
+}
+
+bool QtUi::OkCancelBox(const std::string& text) {
+  auto b = QMessageBox::question(parent_, PROGRAM_TITLE, Q(text), QMessageBox::Ok | QMessageBox::Cancel,
+                                 QMessageBox::Ok);
+  return b == QMessageBox::Ok;
+}
+
+void QtUi::DoEvents() { QApplication::processEvents(); }
+
+}  // namespace kestrow

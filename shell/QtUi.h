@@ -1,0 +1,27 @@
+// The engine's messages and questions as Qt message boxes.
+#pragma once
+
+#include "core/Ui.h"
+
+class QWidget;
+
+namespace kestrow {
+
+class QtUi : public Ui {
+ public:
+  explicit QtUi(QWidget* parent = nullptr) : parent_(parent) {}
+  void SetParent(QWidget* parent) { parent_ = parent; }
+
+  void ErrorBox(const std::string& text) override;
+  void InfoBox(const std::string& text) override;
+  Answer YesNoBox(const std::string& text) override;
+  bool WarnYesNo(const std::string& text) override;
+  Answer YesNoCancelBox(const std::string& text) override;
+  bool OkCancelBox(const std::string& text) override;
+  void DoEvents() override;
+
+ private:
+  QWidget* parent_;
+};
+
+}  // namespace kestrow

@@ -1,0 +1,15 @@
+// Number-to-text of the analysis tables and reports.
+#pragma once
+
+#include <string>
+
+namespace kestrow {
+
+// The value rounded to that many significant digits (half to even) and
+// printed as the shortest text of a 32-bit float; MISSING_VALUE gives the
+// empty text, and a rounded magnitude below 0.00001 prints "0".
+std::string FormatSF(int digits, float value);
+// FormatSF with the setting NumSF.
+std::string FormatNumSF(float value);
+
+}  // namespace kestrow
