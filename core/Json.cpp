@@ -206,6 +206,7 @@ class Parser {
         ++i_;
         return true;
       }
+      if (i_ >= s_.size()) return Fail("unexpected end of the document; expected ',' or ']'");
       return Fail("expected ',' or ']'");
     }
   }
@@ -220,7 +221,8 @@ class Parser {
     }
     while (true) {
       SkipBlanks();
-      if (i_ >= s_.size() || s_[i_] != '"') return Fail("expected a field name in double quotes");
+      if (i_ >= s_.size()) return Fail("unexpected end of the document; expected a field name");
+      if (s_[i_] != '"') return Fail("expected a field name in double quotes");
       std::string name;
       if (!String(name)) return false;
       for (const auto& m : out.members)
@@ -240,6 +242,7 @@ class Parser {
         ++i_;
         return true;
       }
+      if (i_ >= s_.size()) return Fail("unexpected end of the document; expected ',' or '}'");
       return Fail("expected ',' or '}'");
     }
   }

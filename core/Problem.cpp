@@ -66,6 +66,7 @@ bool Problem::Load(const std::string& path) {
 
   if (io.GetString() != "KSTW") return fail("This is not a valid .KSW file!");
   float version = static_cast<float>(io.GetInt()) / 100.0f;
+  if (io.Failed()) return fail("This is not a valid .KSW file!");
   if (version < 1.0f) {
     // An older file is read with the same field order; it is converted when saved.
     InfoBox(std::string("This file was written by an earlier version of ") + PROGRAM_TITLE +

@@ -1,0 +1,445 @@
+// The problem model: packing of contrast levels, coding of factors, the data
+// array, locking, configured responses, and the design readers.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "TestSupport.h"
+#include "core/Problem.h"
+#include "core/Study.h"
+
+namespace kestrow {
+namespace {
+
+using test::Sample;
+using test::ScopedUi;
+
+TEST(ContrastPacking, WholeAndFractionalCoefficientsPackInTwoCharacters) {
+  Contrast c;
+  c.fSetLevel(1, 1.5f);
+  ASSERT_EQ(c.sLevels.size(), 2u);
+  int code = static_cast<unsigned char>(c.sLevels[0]) + static_cast<unsigned char>(c.sLevels[1]) * 128;
+  EXPECT_EQ(code, 9692);
+  EXPECT_EQ(c.fGetLevel(1), 1.5f);
+  for (float x : {-99.0f, -2.0f, -1.0f, 0.0f, 1.0f, 3.0f, 99.0f, -0.707f, 0.25f, 1.414f, -2.828f}) {
+    c.fSetLevel(2, x);
+    EXPECT_EQ(c.fGetLevel(2), x) << x;
+  }
+}
+
+TEST(ContrastPacking, TheFormatsEdgesAreKept) {
+  Contrast c;
+  c.fSetLevel(1, 100.0f);  // a whole 100 reads back divided by 1000
+  EXPECT_EQ(c.fGetLevel(1), 0.1f);
+  c.fSetLevel(1, 0.05f);   // and a stored 0.05 reads back as 50
+  EXPECT_EQ(c.fGetLevel(1), 50.0f);
+  c.fSetLevel(1, 120.0f);
+  EXPECT_EQ(c.fGetLevel(1), 0.12f);
+}
+
+TEST(ContrastPacking, SettingAFarRunFillsTheGapWithZeros) {
+  Contrast c;
+  c.fSetLevel(3, -1.0f);
+  EXPECT_EQ(c.sLevels, std::string("\0@\0@\x7F?", 6));
+  EXPECT_EQ(c.fGetLevel(1), 0.0f);
+  EXPECT_EQ(c.fGetLevel(3), -1.0f);
+  c.InitLevels(2);
+  EXPECT_EQ(c.sLevels, std::string("\0@\0@", 4));
+}
+
+TEST(ContrastNames, LettersRunThroughBothCasesThenStop) {
+  EXPECT_EQ(Contrast::GetName(1), "A");
+  EXPECT_EQ(Contrast::GetName(26), "Z");
+  EXPECT_EQ(Contrast::GetName(27), "a");
+  EXPECT_EQ(Contrast::GetName(52), "z");
+  EXPECT_EQ(Contrast::GetName(53), "");
+}
+
+Factor NumericFactor(std::initializer_list<const char*> levels) {
+  Factor f;
+  for (const char* l : levels) f.Levels.Add(Level{l, "", 0});
+  return f;
+}
+
+TEST(Coding, CentresOnTheMeanOfTheLevelsNotTheMiddleOfTheRange) {
+  Factor f = NumericFactor({"10", "20", "60"});
+  EXPECT_FLOAT_EQ(f.GetCoded(1), -0.8f);
+  EXPECT_FLOAT_EQ(f.GetCoded(2), -0.4f);
+  EXPECT_FLOAT_EQ(f.GetCoded(3), 1.2f);
+  EXPECT_FLOAT_EQ(f.ValueToCode(30.0), 0.0f);
+  EXPECT_FLOAT_EQ(f.GetDeCoded(1.2), 60.0f);
+  EXPECT_FLOAT_EQ(f.GetDeCoded(0.0), 30.0f);
+}
+
+TEST(Coding, TwoLevelsCodeToMinusOneAndOne) {
+  Factor f = NumericFactor({"275", "325"});
+  EXPECT_EQ(f.GetCoded(1), -1.0f);
+  EXPECT_EQ(f.GetCoded(2), 1.0f);
+  EXPECT_EQ(f.GetDeCoded(-1.0), 275.0f);
+}
+
+TEST(Coding, ANonNumericFactorHasNoCodes) {
+  Factor f = NumericFactor({"1", "2"});
+  f.iFlag = FACTOR_DISCRETE;
+  EXPECT_EQ(f.GetCoded(1), MISSING_VALUE);
+  EXPECT_EQ(f.ValueToCode(1.0), MISSING_VALUE);
+  EXPECT_EQ(f.GetDeCoded(0.0), MISSING_VALUE);
+  EXPECT_EQ(f.sIsNumeric(), "No");
+  EXPECT_EQ(f.sIsNuisance(), "No");
+}
+
+TEST(Coding, MinAndMaxOfNoLevelsAreTheScanStarts) {
+  Factor f;
+  EXPECT_EQ(f.GetMinLevel(), 1.0e9);
+  EXPECT_EQ(f.GetMaxLevel(), -1.0e9);
+}
+
+TEST(SortNumericLevels, SortsAscendingAndKeepsEqualValuesInOrder) {
+  Factor f;
+  f.Levels.Add(Level{"30", "c", 3});
+  f.Levels.Add(Level{"10", "a1", 1});
+  f.Levels.Add(Level{"20", "b", 2});
+  f.Levels.Add(Level{"10.0", "a2", 4});
+  f.SortNumericLevels();
+  std::vector<std::string> descs;
+  for (const Level& l : f.Levels) descs.push_back(l.sDesc);
+  EXPECT_EQ(descs, (std::vector<std::string>{"a1", "a2", "b", "c"}));
+  EXPECT_EQ(f.Levels(1).fCode, 1.0f);  // the level's fields move together
+}
+
+Study DesignedStudy(int rvs, int runs, int reps) {
+  Study s;
+  for (int i = 1; i <= rvs; ++i) s.StudyRespVars.Add(StudyRespVar{"v" + std::to_string(i), 0, 0, 0});
+  s.iNumRuns = static_cast<std::int16_t>(runs);
+  s.iReps = static_cast<std::int16_t>(reps);
+  s.sDesignName = "test";
+  s.SetDataArray();
+  return s;
+}
+
+TEST(DataArray, ANewArrayIsBlankWithSeqTheRunNumber) {
+  Study s = DesignedStudy(2, 3, 2);
+  EXPECT_TRUE(s.DoesArrayExist());
+  EXPECT_TRUE(s.IsArrayEmpty());
+  EXPECT_FALSE(s.IsArrayFull());
+  EXPECT_EQ(s.GetData(2, 3, 2), MISSING_VALUE);
+  EXPECT_EQ(s.GetSeq(3, 2), 3);
+  EXPECT_EQ(s.GetFlag(1, 1, 1), 0);
+}
+
+TEST(DataArray, AnExcludedValueReadsMissingYetCountsAsData) {
+  Study s = DesignedStudy(1, 1, 1);
+  s.SetData(1, 1, 1, 7.0f);
+  s.SetFlag(1, 1, 1, CELL_EXCLUDED);
+  EXPECT_EQ(s.GetData(1, 1, 1), MISSING_VALUE);
+  EXPECT_EQ(s.GetStoredValue(1, 1, 1), 7.0f);
+  EXPECT_FALSE(s.IsArrayEmpty());
+  EXPECT_TRUE(s.IsArrayFull());
+}
+
+TEST(DataArray, StoringMissingClearsDataFullAndAValueNeverSetsIt) {
+  Study s = DesignedStudy(1, 2, 1);
+  s.bDataFull = true;
+  s.SetData(1, 1, 1, -999999872.0f);  // the sentinel typed by a user is missing
+  EXPECT_FALSE(s.bDataFull);
+  s.SetData(1, 1, 1, 1.0f);
+  s.SetData(1, 2, 1, 2.0f);
+  EXPECT_FALSE(s.bDataFull);
+  EXPECT_TRUE(s.IsArrayFull());
+}
+
+TEST(DataArray, WithoutResponsesTheArrayDoesNotExistAndIsBothEmptyAndFull) {
+  Study s = DesignedStudy(0, 4, 2);
+  EXPECT_FALSE(s.DoesArrayExist());
+  EXPECT_TRUE(s.IsArrayEmpty());
+  EXPECT_TRUE(s.IsArrayFull());
+  Study never;
+  EXPECT_FALSE(never.DoesArrayExist());
+}
+
+TEST(DataArray, SeqLivesInTheCellsOfTheFirstResponse) {
+  Study s = DesignedStudy(2, 2, 2);
+  s.SetSeq(2, 1, 1);
+  EXPECT_EQ(s.GetSeq(2, 1), 1);
+}
+
+TEST(DataArray, PreserveKeepsWhatFitsWhenRepsGrow) {
+  Study s = DesignedStudy(1, 2, 2);
+  s.SetData(1, 2, 2, 4.5f);
+  s.iReps = 3;
+  s.SetDataArrayPreserve();
+  EXPECT_EQ(s.GetData(1, 2, 2), 4.5f);
+  EXPECT_EQ(s.GetData(1, 2, 3), MISSING_VALUE);
+  s.iReps = 1;
+  s.SetDataArrayPreserve();
+  EXPECT_EQ(s.GetData(1, 2, 2), MISSING_VALUE);  // out of the array now
+}
+
+TEST(DataArray, ReadsOutsideTheBoundsAreMissingNotACrash) {
+  Study s = DesignedStudy(1, 2, 2);
+  EXPECT_EQ(s.GetData(5, 1, 1), MISSING_VALUE);
+  EXPECT_EQ(s.GetData(1, -1, 1), MISSING_VALUE);
+  s.SetData(1, 9, 9, 1.0f);
+  EXPECT_TRUE(s.IsArrayEmpty());
+}
+
+TEST(ConfiguredResponse, TheStarSelectsTheTransformAndTheSamePosition) {
+  ScopedUi ui;
+  auto p = Sample("CatalystTrial");
+  Study& s = p->Studies(1);
+  EXPECT_EQ(s.GetRVnum("v2"), 2);
+  EXPECT_EQ(s.GetRVnum("v2*"), 2);
+  EXPECT_EQ(s.GetRVnum("v9"), -1);
+  EXPECT_EQ(s.CountRVs(), 3);  // Impurity counts twice: it has a transform
+
+  s.ConfigureRV("v2*");
+  EXPECT_EQ(s.GetRVname(), "*Impurity");
+  EXPECT_EQ(s.GetRVname2(), "*Imp");
+  float raw = s.GetData(2, 1, 1);
+  EXPECT_FLOAT_EQ(s.GetDataRV(1, 1), std::log10(raw + 1.0f));
+  EXPECT_EQ(s.GetDataRV(6, 3), MISSING_VALUE);  // a missing cell stays missing
+
+  s.ConfigureRV("v1");
+  EXPECT_EQ(s.GetRVname(), "Yield");
+  EXPECT_EQ(s.GetDataRV(1, 1), s.GetData(1, 1, 1));
+  s.ConfigureRV("v7");
+  EXPECT_EQ(s.ConfiguredRV(), 3);  // not in the study: the count plus 1
+}
+
+TEST(Transform, ImpossibleValuesBecomeMissingAndBoxCoxKeepsItsForm) {
+  Study s = DesignedStudy(1, 1, 1);
+  s.StudyRespVars(1).iType = 2;
+  s.StudyRespVars(1).fParam2 = 1.0f;
+  float v = 5.0f;
+  s.TransformByRV(v, 1);
+  EXPECT_EQ(v, 4.0f);  // b = 1 and a = 0 give y - 1, not y
+  s.StudyRespVars(1).fParam2 = 0.0f;
+  v = 100.0f;
+  s.TransformByRV(v, 1);
+  EXPECT_FLOAT_EQ(v, 2.0f);  // b = 0 is the base-10 logarithm
+  s.StudyRespVars(1).iType = 1;
+  s.StudyRespVars(1).fParam1 = -3.0f;
+  v = 3.0f;
+  s.TransformByRV(v, 1);
+  EXPECT_EQ(v, MISSING_VALUE);  // y + a exactly 0
+}
+
+TEST(Locking, ALockedStudyKeepsItsOwnNamesWhateverTheProblemDoes) {
+  ScopedUi ui;
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.LockMe();
+  EXPECT_TRUE(s.IsLocked());
+  EXPECT_EQ(s.MyFactors.Count(), 3);
+  EXPECT_EQ(s.MyRespVars.Count(), 1);
+  p->Factors.Find("f1")->sName = "RF power";
+  p->Factors.Find("f1")->Levels(1).sName = "250";
+  p->RespVars.Find("v1")->sName = "Rate";
+  EXPECT_EQ(s.GetPFactorName("f1"), "Power");
+  EXPECT_EQ(s.GetPFactorLevelName("f1", 1), "275");
+  EXPECT_EQ(s.GetPRVName("v1"), "Etch rate");
+  EXPECT_EQ(s.GetPRVDisplayName("v1*"), "*Etch rate");
+  EXPECT_EQ(p->FactorKeyToName("f1"), "RF power");
+}
+
+TEST(Locking, AnUnlockedStudySeesTheProblemAsItStands) {
+  ScopedUi ui;
+  auto p = Sample("PlasmaEtch");
+  p->Factors.Find("f2")->sAbbr = "";
+  EXPECT_EQ(p->Studies(1).GetPFactorName2("f2"), "Gap");  // the name stands in for a missing abbreviation
+  p->Factors.Find("f2")->sName = "Electrode gap";
+  EXPECT_EQ(p->Studies(1).GetPFactorName("f2"), "Electrode gap");
+}
+
+TEST(ZapAnalyses, RestoresEveryDefault) {
+  Study s;
+  s.ANOVA_fAlpha = 0.01f;
+  s.MMP_flags = 0;
+  s.CONTOUR_sFilter = "1;2";
+  s.REGRESS_RSM_iNetSize = 99;
+  s.REGRESS_Rterms.Add(Rterm{"1", 1, 1});
+  s.ZapAnalyses();
+  EXPECT_EQ(s.ANOM_fAlpha, 0.1f);
+  EXPECT_EQ(s.ANOVA_fAlpha, 0.1f);
+  EXPECT_EQ(s.PAIRWISE_fAlpha, 0.05f);
+  EXPECT_EQ(s.MMP_flags, 1);
+  EXPECT_EQ(s.CONTOUR_flags, 1);
+  EXPECT_EQ(s.FXPLOT_sFilter, "0;0");
+  EXPECT_EQ(s.CONTOUR_sFilter, "0;0");
+  EXPECT_EQ(s.REGRESS_RSM_iAlpha, 40);
+  EXPECT_EQ(s.REGRESS_RSM_iBeta, 25);
+  EXPECT_EQ(s.REGRESS_RSM_flags, 3);
+  EXPECT_EQ(s.REGRESS_RSM_iNetSize, 10);
+  EXPECT_TRUE(s.REGRESS_Rterms.Empty());
+}
+
+TEST(ZapAnalysisByRV, EmptiesOnlyTheMatchingKeys) {
+  Study s;
+  s.ANOVA_sRVkey = "v1*";
+  s.ANOVA_fAlpha = 0.05f;
+  s.ANOM_sRVkey = "v1";
+  s.ZapAnalysisByRV("v1*");
+  EXPECT_EQ(s.ANOVA_sRVkey, "");
+  EXPECT_EQ(s.ANOVA_fAlpha, 0.05f);  // the other settings stay
+  EXPECT_EQ(s.ANOM_sRVkey, "v1");
+}
+
+TEST(StudyClear, TakesRepsFromTheSettingAndKeepsItsProblem) {
+  ScopedUi ui;
+  gSettings.iDefaultReps = 5;
+  Problem p;
+  Study s;
+  s.pProblem = &p;
+  s.sName = "x";
+  s.ANOVA_fAlpha = 0.5f;
+  s.Clear();
+  EXPECT_EQ(s.iReps, 5);
+  EXPECT_EQ(s.sName, "");
+  EXPECT_EQ(s.ANOVA_fAlpha, 0.1f);
+  EXPECT_EQ(s.pProblem, &p);
+  EXPECT_FALSE(s.DoesArrayExist());
+}
+
+TEST(Lookups, FactorNumbersKeysAndLevels) {
+  ScopedUi ui;
+  auto p = Sample("CatalystTrial");
+  const Study& s = p->Studies(1);
+  EXPECT_EQ(s.GetFactorNum("f2"), 2);
+  EXPECT_EQ(s.GetFactorNum("f9"), 3);  // the count plus 1, not 0
+  EXPECT_EQ(s.GetNumLevels(1), 3);
+  EXPECT_EQ(s.GetLevelNumber(2, "Borealis"), 2);
+  EXPECT_EQ(s.GetLevelNumber(2, "Nobody"), 0);
+  EXPECT_EQ(s.CountDiscrete(), 1);
+  EXPECT_EQ(s.SFactorNameToKey("Catalyst"), "f2");
+  EXPECT_EQ(s.SRVNameToKey("*Impurity*"), "");
+  EXPECT_EQ(s.SRVNameToKey("Impurity*"), "v2*");
+  EXPECT_EQ(s.SRVNameToPureKey("Impurity*"), "v2");
+  EXPECT_EQ(p->RVKeyToDisplayName("v2*"), "*Impurity");
+  EXPECT_EQ(p->RVNameToKey("Yield*"), "v1*");
+  EXPECT_EQ(p->GetFactorLevelName("s1", 1, 3), "200");
+  EXPECT_EQ(p->CountNoiseFactors(), 0);
+}
+
+TEST(TreatmentLevelName, ReadsEachOfTheThreeForms) {
+  ScopedUi ui;
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  EXPECT_EQ(s.GetTreatmentLevelName(1, 1), "275");
+  EXPECT_EQ(s.GetTreatmentLevelName(3, 2), "200");
+
+  Treatment centre;
+  centre.Centralise(3);
+  s.Treatments.Add(centre);
+  EXPECT_EQ(s.GetTreatmentLevelName(1, 9), "300");  // midway between levels 1 and 2
+  EXPECT_EQ(s.GetTreatmentLevelName(2, 9), "1");
+
+  Treatment axial;
+  axial.InitCCD();
+  axial.Append(-1.414f);
+  axial.Append(0.0f);
+  axial.Append(1.0f);
+  s.Treatments.Add(axial);
+  EXPECT_EQ(axial.sTlist, "*|-1.414|0|1");
+  EXPECT_EQ(s.GetTreatmentLevelName(1, 10), "264.6");  // 300 - 1.414 * 25, to four figures
+  EXPECT_EQ(s.GetTreatmentLevelName(3, 10), "200");
+
+  s.iDesFlag = DES_UNSTRUCTURED;
+  Treatment text;
+  text.sTlist = "hot|wet|slow";
+  s.Treatments.Add(text);
+  EXPECT_EQ(s.GetTreatmentLevelName(2, 11), "wet");
+}
+
+TEST(ContrastSource, MainEffectsNameTheirLevelsAndInteractionsTheirFactors) {
+  ScopedUi ui;
+  auto p = Sample("CatalystTrial");
+  const Study& s = p->Studies(1);
+  EXPECT_EQ(s.GetContrastSource(1), "T (150 v 200)");
+  EXPECT_EQ(s.GetContrastSource(2), "T (150, 200 v 175)");
+  EXPECT_EQ(s.GetContrastSource(4), "T x Cat");
+}
+
+TEST(ContrastSource, AliasesAreAppendedUnlessTheyCannotBeTranslated) {
+  ScopedUi ui;
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.Contrasts(4).sAliases = "C,-AB,Q,BC";
+  // Q has no contrast and is skipped; an interaction has no factor of its own,
+  // so its own letters are no bar, and the sign of -AB is kept.
+  EXPECT_EQ(s.GetContrastSource(4), "A x B, C, -A x B, B x C");
+  s.Contrasts(1).sAliases = "BC,AB";  // AB contains A's own factor: skipped
+  EXPECT_EQ(s.GetContrastSource(1), "A (275 v 325), B x C");
+  EXPECT_TRUE(s.bAliasIsOK("-BC"));
+  EXPECT_FALSE(s.bAliasIsOK("BQ"));
+  EXPECT_EQ(s.GetFactorNameFromContrastLetter("B"), "Gap");
+  EXPECT_EQ(s.GetFactorAbbrFromContrastLetter("Q"), "");
+  EXPECT_EQ(s.GetFactorNumberFromContrastLetter("C"), 3);
+}
+
+TEST(Treatments, SetZeroCentraliseAndLevels) {
+  Treatment t;
+  t.SetZero(3);
+  EXPECT_EQ(t.sTlist, std::string("\x01\x01\x00", 3));
+  t.SetLevel(3, 2);
+  EXPECT_EQ(t.GetLevel(3), 2);
+  EXPECT_EQ(t.GetLevel(4), 0);
+  t.Centralise(2);
+  EXPECT_EQ(t.sTlist, std::string(2, '\0'));
+}
+
+TEST(Notes, AddNoteAppendsWithoutLookingForTheCell) {
+  Study s;
+  s.AddNote(2, 1, "first");
+  s.AddNote(2, 1, "second");
+  EXPECT_EQ(s.Notes.Count(), 2);
+  EXPECT_EQ(s.Notes(2).sText, "second");
+  s.ZapNotes();
+  EXPECT_TRUE(s.Notes.Empty());
+}
+
+TEST(GetNextNode, GivesOneAboveTheHighestKeySoDeletedNumbersReturn) {
+  ScopedUi ui;
+  auto p = Sample("PlasmaEtch");
+  EXPECT_EQ(p->GetNextNode("f"), "f4");
+  EXPECT_EQ(p->GetNextNode("v"), "v2");
+  EXPECT_EQ(p->GetNextNode("s"), "s2");
+  p->Factors.Remove("f3");
+  EXPECT_EQ(p->GetNextNode("f"), "f3");
+  p->Factors.Remove("f1");
+  EXPECT_EQ(p->GetNextNode("f"), "f3");  // f1 stays free below the highest
+  Problem empty;
+  EXPECT_EQ(empty.GetNextNode("s"), "s1");
+}
+
+TEST(Collections, IndexFromOneFindByKeyWithoutCaseAndRefuseDuplicateKeys) {
+  Collection<RespVar> c;
+  RespVar a;
+  a.sName = "A";
+  ASSERT_NE(c.Add(a, "v1"), nullptr);
+  EXPECT_EQ(c.Add(a, "V1"), nullptr);
+  RespVar* first = &c(1);
+  for (int i = 2; i <= 50; ++i) c.Add(a, "v" + std::to_string(i));
+  EXPECT_EQ(&c(1), first);  // objects keep their addresses
+  EXPECT_EQ(c.Find("V7"), &c(7));
+  EXPECT_EQ(c.IndexOf("v50"), 50);
+  c.Remove("v1");
+  EXPECT_EQ(c.IndexOf("v2"), 1);
+  Collection<RespVar> copy = c;
+  copy(1).sName = "changed";
+  EXPECT_EQ(c(1).sName, "A");  // a copy is deep
+}
+
+TEST(ProblemClear, IsANewProblemInTheDataFolder) {
+  ScopedUi ui;
+  gSettings.sDataDir = "/srv/kestrow/data";
+  Problem p;
+  p.sName = "x";
+  p.bChanged = true;
+  p.Clear();
+  EXPECT_EQ(p.sName, "New Problem");
+  EXPECT_EQ(p.sPathFileName, "/srv/kestrow/data/untitled.KSW");
+  EXPECT_FALSE(p.bChanged);
+}
+
+}  // namespace
+}  // namespace kestrow

@@ -1,0 +1,270 @@
+// The problem file: its byte layout, round trips, the version rule, and the
+// safety of saving.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include "TestSupport.h"
+#include "core/FileIO.h"
+
+namespace kestrow {
+namespace {
+
+using test::ReadFile;
+using test::Sample;
+using test::SavedBytes;
+using test::ScopedUi;
+using test::TempDir;
+using test::WriteFile;
+
+std::string Int16Bytes(int v) { return std::string{static_cast<char>(v & 0xFF), static_cast<char>((v >> 8) & 0xFF)}; }
+std::string Str(const std::string& s) { return Int16Bytes(static_cast<int>(s.size())) + s; }
+
+TEST(FileLayout, AnEmptyProblemIsSixteenBytesAndItsTwoNames) {
+  ScopedUi ui;
+  TempDir dir;
+  Problem p;
+  p.sName = "Empty";
+  p.sDesc = "";
+  std::string expected = Str("KSTW") + Int16Bytes(100) + Int16Bytes(0) + Int16Bytes(0) + Int16Bytes(0) + Str("Empty") + Str("");
+  EXPECT_EQ(SavedBytes(p, dir), expected);
+  EXPECT_EQ(expected.size(), 14u + (2 + 5) + (2 + 0));  // fixed fields, then two counted strings
+}
+
+TEST(FileLayout, AResponseVariableIsFiveStringsAndItsTarget) {
+  ScopedUi ui;
+  TempDir dir;
+  Problem p;
+  p.sName = "";
+  RespVar rv;
+  rv.sKey = "v1";
+  rv.sName = "Y";
+  rv.fTarget = TARGET_MAX;
+  p.RespVars.Add(rv, "v1");
+  std::string bytes = SavedBytes(p, dir);
+  std::string block = Str("v1") + Str("Y") + Str("") + Str("") + Str("") + std::string("\x28\x6B\x6E\x4E", 4);
+  EXPECT_EQ(bytes.substr(14 + 2 + 2), block);  // behind the fixed fields and two empty names
+}
+
+TEST(FileLayout, AStudyWithoutADesignGoesStraightToItsNotes) {
+  ScopedUi ui;
+  TempDir dir;
+  Problem p;
+  Study s;
+  s.sKey = "s1";
+  s.StudyRespVars.Add(StudyRespVar{"v1", 0, 0, 0});
+  s.AddNote(1, 2, "n");
+  p.AddStudy(s);
+  std::string bytes = SavedBytes(p, dir);
+  // The tail: empty sDesignName, no cells, the notes (replication first),
+  // no own factors, no own response variables.
+  std::string tail = Str("") + Int16Bytes(1) + Int16Bytes(2) + Int16Bytes(1) + Str("n") + Int16Bytes(0) + Int16Bytes(0);
+  ASSERT_GE(bytes.size(), tail.size());
+  EXPECT_EQ(bytes.substr(bytes.size() - tail.size()), tail);
+  // Fixed fields, "New Problem", an empty description; the study's least
+  // bytes, its key, one response (key, type, two floats), the note, and the
+  // two default filters "0;0".
+  EXPECT_EQ(bytes.size(), 14u + 13 + 2 + Study::MIN_FILE_BYTES + 2 + 14 + 7 + 6);
+}
+
+TEST(RoundTrip, EverySampleSavesLoadsAndSavesToTheSameBytes) {
+  for (const char* name : {"PlasmaEtch", "CatalystTrial", "SupplierQualification"}) {
+    ScopedUi ui;
+    TempDir dir;
+    auto p = Sample(name);
+    std::string first = SavedBytes(*p, dir, "a.KSW");
+    Problem q;
+    ASSERT_TRUE(q.Load(dir / "a.KSW")) << name;
+    EXPECT_FALSE(q.bChanged);
+    EXPECT_EQ(q.sPathFileName, dir / "a.KSW");
+    EXPECT_EQ(SavedBytes(q, dir, "b.KSW"), first) << name;
+    EXPECT_EQ(ProblemToJson(q), ProblemToJson(*p)) << name;
+    EXPECT_TRUE(ui->messages.empty());
+  }
+}
+
+TEST(RoundTrip, AnExcludedObservationComesBackMissingWithItsFlag) {
+  ScopedUi ui;
+  TempDir dir;
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.SetData(1, 3, 2, 7.0f);
+  s.SetFlag(1, 3, 2, CELL_EXCLUDED | CELL_EXTRAPOLATED);
+  ASSERT_TRUE(p->Save(dir / "x.KSW"));
+  Problem q;
+  ASSERT_TRUE(q.Load(dir / "x.KSW"));
+  const Study& t = q.Studies(1);
+  EXPECT_EQ(t.GetFlag(1, 3, 2), CELL_EXCLUDED | CELL_EXTRAPOLATED);
+  EXPECT_EQ(t.GetStoredValue(1, 3, 2), MISSING_VALUE);  // the number is lost at save
+  EXPECT_FALSE(t.bDataFull);
+}
+
+TEST(RoundTrip, DataFullIsSetByAFullFileAndRunOrderSurvives) {
+  ScopedUi ui;
+  TempDir dir;
+  auto p = Sample("PlasmaEtch");
+  ASSERT_TRUE(p->Save(dir / "x.KSW"));
+  Problem q;
+  ASSERT_TRUE(q.Load(dir / "x.KSW"));
+  const Study& s = q.Studies(1);
+  EXPECT_TRUE(s.bDataFull);
+  for (int rep = 1; rep <= s.iReps; ++rep)
+    for (int run = 1; run <= s.iNumRuns; ++run) EXPECT_EQ(s.GetSeq(run, rep), p->Studies(1).GetSeq(run, rep));
+  EXPECT_EQ(s.lDesnPtr < s.lDataPtr, true);
+}
+
+TEST(RoundTrip, CentrePointsAndControlCharactersSurvive) {
+  ScopedUi ui;
+  TempDir dir;
+  auto p = Sample("PlasmaEtch");
+  Treatment centre;
+  centre.Centralise(3);
+  p->Studies(1).Treatments.Add(centre);
+  Contrast c;
+  c.sName = "D";
+  for (int r = 1; r <= 9; ++r) c.fSetLevel(r, r % 2 ? -2.828f : 20.5f);  // codes above 127
+  p->Studies(1).Contrasts.Add(c);
+  ASSERT_TRUE(p->Save(dir / "x.KSW"));
+  Problem q;
+  ASSERT_TRUE(q.Load(dir / "x.KSW"));
+  EXPECT_EQ(q.Studies(1).Treatments(9).sTlist, std::string(3, '\0'));
+  EXPECT_EQ(q.Studies(1).Contrasts(8).sLevels, c.sLevels);
+  EXPECT_EQ(q.Studies(1).Contrasts(8).fGetLevel(2), 20.5f);
+}
+
+TEST(RoundTrip, TextOutsideAsciiGoesThroughTheCodePage) {
+  ScopedUi ui;
+  TempDir dir;
+  Problem p;
+  p.sName = "Dur\xC3\xA9" "e \xE2\x82\xAC \xCE\xA9";  // "Durée € Ω"
+  std::string bytes = SavedBytes(p, dir);
+  EXPECT_NE(bytes.find("Dur\xE9" "e \x80 ?"), std::string::npos);
+  Problem q;
+  ASSERT_TRUE(q.Load(dir / "saved.KSW"));
+  EXPECT_EQ(q.sName, "Dur\xC3\xA9" "e \xE2\x82\xAC ?");  // Omega has no code
+}
+
+TEST(Version, NinetyNineShowsTheNoticeOneHundredIsSilentOneHundredOneIsRefused) {
+  TempDir dir;
+  std::string body = Int16Bytes(0) + Int16Bytes(0) + Int16Bytes(0) + Str("P") + Str("");
+  for (int version : {99, 100, 101}) {
+    ScopedUi ui;
+    WriteFile(dir / "v.KSW", Str("KSTW") + Int16Bytes(version) + body);
+    Problem p;
+    bool ok = p.Load(dir / "v.KSW");
+    EXPECT_EQ(ok, version <= 100) << version;
+    if (version == 99) {
+      ASSERT_EQ(ui->messages.size(), 1u);
+      EXPECT_EQ(ui->messages[0].kind, "info");
+      EXPECT_EQ(ui->messages[0].text,
+                "This file was written by an earlier version of Kestrow for Windows\n"
+                "When you save it, it will be converted to the current version");
+    } else if (version == 100) {
+      EXPECT_TRUE(ui->messages.empty());
+    } else {
+      ASSERT_EQ(ui->messages.size(), 1u);
+      EXPECT_EQ(ui->messages[0].text, "File version is not recognised by this program");
+      EXPECT_EQ(p.LoadFailure(), "File version is not recognised by this program");
+    }
+  }
+}
+
+TEST(Load, AFileWithoutTheMagicIsNotAProblemFile) {
+  ScopedUi ui;
+  TempDir dir;
+  for (const std::string& bytes : {std::string(), std::string("KSTW"), Str("KSTX") + Int16Bytes(100),
+                                   std::string("\xFF\x7F garbage", 10)}) {
+    WriteFile(dir / "m.KSW", bytes);
+    Problem p;
+    EXPECT_FALSE(p.Load(dir / "m.KSW"));
+    EXPECT_EQ(p.LoadFailure(), "This is not a valid .KSW file!");
+  }
+}
+
+TEST(Load, AMissingFileSaysSoAndNamesIt) {
+  ScopedUi ui;
+  Problem p;
+  EXPECT_FALSE(p.Load("/nonexistent/folder/x.KSW"));
+  EXPECT_NE(p.LoadFailure().find("/nonexistent/folder/x.KSW"), std::string::npos);
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].kind, "error");
+}
+
+TEST(Load, AStaleTailBehindTheLastStudyIsNeverRead) {
+  ScopedUi ui;
+  TempDir dir;
+  auto p = Sample("SupplierQualification");
+  std::string bytes = SavedBytes(*p, dir);
+  WriteFile(dir / "tail.KSW", bytes + std::string(5000, '\x5A'));
+  Problem q;
+  ASSERT_TRUE(q.Load(dir / "tail.KSW"));
+  EXPECT_EQ(SavedBytes(q, dir, "again.KSW"), bytes);
+}
+
+TEST(Load, DuplicateKeysAreRefusedAtTheirStage) {
+  ScopedUi ui;
+  TempDir dir;
+  std::string rv = Str("v1") + Str("A") + Str("") + Str("") + Str("") + std::string(4, '\0');
+  WriteFile(dir / "d.KSW", Str("KSTW") + Int16Bytes(100) + Int16Bytes(2) + Int16Bytes(0) + Int16Bytes(0) +
+                               Str("P") + Str("") + rv + rv);
+  Problem p;
+  EXPECT_FALSE(p.Load(dir / "d.KSW"));
+  EXPECT_EQ(p.LoadFailure(), "Error reading Response Variables");
+}
+
+TEST(Save, ATextTooLongForItsLengthIsRefusedAndTheOldFileStays) {
+  ScopedUi ui;
+  TempDir dir;
+  auto p = Sample("PlasmaEtch");
+  std::string before = SavedBytes(*p, dir);
+  p->sDesc = std::string(32768, 'x');
+  EXPECT_FALSE(p->Save(dir / "saved.KSW"));
+  EXPECT_EQ(ReadFile(dir / "saved.KSW"), before);
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_NE(ui->messages[0].text.find("32767"), std::string::npos);
+  EXPECT_NE(ui->messages[0].text.find("[Save]"), std::string::npos);
+  p->sDesc = std::string(32767, 'x');  // the longest text that fits
+  EXPECT_TRUE(p->Save(dir / "saved.KSW"));
+}
+
+TEST(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
+  ScopedUi ui;
+  TempDir dir;
+  WriteFile(dir / "p.KSW", std::string(100000, 'z'));
+  ::chmod((dir / "p.KSW").c_str(), 0640);
+  Problem p;
+  ASSERT_TRUE(p.Save(dir / "p.KSW"));
+  EXPECT_EQ(ReadFile(dir / "p.KSW").size(), 16u + 2u + std::string("New Problem").size());
+  struct stat st {};
+  ::stat((dir / "p.KSW").c_str(), &st);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+}
+
+TEST(Save, AFolderThatCannotBeWrittenFailsCleanly) {
+  ScopedUi ui;
+  Problem p;
+  EXPECT_FALSE(p.Save("/nonexistent/folder/p.KSW"));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_NE(ui->messages[0].text.find("[Save]"), std::string::npos);
+}
+
+TEST(Export, WritesTheGoldenTextOfEachSample) {
+  for (const char* name : {"PlasmaEtch", "CatalystTrial", "SupplierQualification"}) {
+    ScopedUi ui;
+    TempDir dir;
+    auto p = Sample(name);
+    ASSERT_TRUE(p->Export(dir / "e.txt"));
+    EXPECT_EQ(ReadFile(dir / "e.txt"), ReadFile(std::string(KESTROW_TESTDATA_DIR) + "/" + name + ".txt")) << name;
+  }
+}
+
+TEST(Export, AFileThatCannotBeWrittenIsReportedWithItsTag) {
+  ScopedUi ui;
+  Problem p;
+  EXPECT_FALSE(p.Export("/nonexistent/folder/e.txt"));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_NE(ui->messages[0].text.find("[Export]"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kestrow
