@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <vector>
 
 #include "core/CodePage.h"
 #include "core/Paths.h"
@@ -18,7 +19,9 @@ namespace {
 
 std::string SystemError(int err) { return std::strerror(err); }
 
-bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& out, std::string& error) {
+// Reads the whole file into a buffer of exactly its size.
+bool ReadWholeFile(const std::string& path, std::unique_ptr<std::uint8_t[]>& buffer, std::size_t& size,
+                   std::string& error) {
   int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) {
     error = SystemError(errno);
@@ -30,11 +33,17 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& out, std:
     ::close(fd);
     return false;
   }
-  out.clear();
-  out.reserve(static_cast<std::size_t>(st.st_size));
-  std::uint8_t chunk[1 << 16];
+  std::size_t capacity = static_cast<std::size_t>(st.st_size);
+  buffer.reset(new std::uint8_t[capacity + 1]);
+  size = 0;
   for (;;) {
-    ssize_t n = ::read(fd, chunk, sizeof chunk);
+    if (size == capacity + 1) {  // the file grew while it was read
+      std::unique_ptr<std::uint8_t[]> bigger(new std::uint8_t[capacity * 2 + 2]);
+      std::memcpy(bigger.get(), buffer.get(), size);
+      buffer = std::move(bigger);
+      capacity = capacity * 2 + 1;
+    }
+    ssize_t n = ::read(fd, buffer.get() + size, capacity + 1 - size);
     if (n < 0) {
       if (errno == EINTR) continue;
       error = SystemError(errno);
@@ -42,7 +51,7 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& out, std:
       return false;
     }
     if (n == 0) break;
-    out.insert(out.end(), chunk, chunk + n);
+    size += static_cast<std::size_t>(n);
   }
   ::close(fd);
   return true;
@@ -50,7 +59,7 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& out, std:
 
 // Writes the bytes to a new file beside the target, flushes it to disk and
 // renames it over the target.
-bool CommitFile(const std::string& path, const std::vector<std::uint8_t>& bytes, std::string& error) {
+bool CommitFile(const std::string& path, const std::uint8_t* bytes, std::size_t size, std::string& error) {
   std::string folder = GetFPath(path);
   std::string tmpl = JoinPath(folder.empty() ? "." : folder, "." + GetFName(path) + ".XXXXXX");
   std::vector<char> name(tmpl.begin(), tmpl.end());
@@ -79,8 +88,8 @@ bool CommitFile(const std::string& path, const std::vector<std::uint8_t>& bytes,
   }
   if (::fchmod(fd, mode) != 0) return fail(errno);
   std::size_t done = 0;
-  while (done < bytes.size()) {
-    ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+  while (done < size) {
+    ssize_t n = ::write(fd, bytes + done, size - done);
     if (n < 0) {
       if (errno == EINTR) continue;
       return fail(errno);
@@ -110,10 +119,11 @@ bool FileIO::OpenIO(const std::string& path, Mode mode) {
   failed_ = false;
   writeFailed_ = false;
   error_.clear();
-  data_.clear();
+  size_ = 0;
   open_ = false;
   if (mode == Mode::Read) {
-    if (!ReadWholeFile(path, data_, error_)) return false;
+    if (!ReadWholeFile(path, buffer_, size_, error_)) return false;
+    capacity_ = size_;
   } else {
     // Refuse at once a target that cannot be written, before any work is done.
     std::string folder = GetFPath(path);
@@ -131,37 +141,24 @@ bool FileIO::CloseIO() {
   open_ = false;
   bool ok = true;
   if (mode_ == Mode::Write) {
-    ok = !writeFailed_ && CommitFile(path_, data_, error_);
+    ok = !writeFailed_ && CommitFile(path_, buffer_.get(), size_, error_);
   }
-  data_.clear();
-  data_.shrink_to_fit();
-  pos_ = 0;
+  buffer_.reset();
+  size_ = capacity_ = pos_ = 0;
   return ok;
 }
 
+void FileIO::Grow(std::size_t atLeast) {
+  std::size_t capacity = std::max(capacity_ * 2, atLeast + 4096);
+  std::unique_ptr<std::uint8_t[]> bigger(new std::uint8_t[capacity]);
+  if (size_) std::memcpy(bigger.get(), buffer_.get(), size_);
+  buffer_ = std::move(bigger);
+  capacity_ = capacity;
+}
+
 bool FileIO::PutRaw(const void* p, std::size_t n) {
-  const auto* b = static_cast<const std::uint8_t*>(p);
-  data_.insert(data_.end(), b, b + n);
-  pos_ += n;
+  if (n) std::memcpy(Room(n), p, n);
   return true;
-}
-
-bool FileIO::PutByte(std::uint8_t x) { return PutRaw(&x, 1); }
-
-bool FileIO::PutInt(std::int16_t x) {
-  std::uint8_t b[2] = {static_cast<std::uint8_t>(x & 0xFF),
-                       static_cast<std::uint8_t>((static_cast<std::uint16_t>(x) >> 8) & 0xFF)};
-  return PutRaw(b, 2);
-}
-
-bool FileIO::PutBool(bool x) { return PutByte(x ? 'Y' : 'N'); }
-
-bool FileIO::PutFloat(float x) {
-  std::uint32_t u;
-  std::memcpy(&u, &x, 4);
-  std::uint8_t b[4] = {static_cast<std::uint8_t>(u), static_cast<std::uint8_t>(u >> 8),
-                       static_cast<std::uint8_t>(u >> 16), static_cast<std::uint8_t>(u >> 24)};
-  return PutRaw(b, 4);
 }
 
 bool FileIO::PutCounted(const std::string& bytes) {
@@ -182,11 +179,11 @@ bool FileIO::PutBytes(const std::string& bytes) { return PutCounted(bytes); }
 bool FileIO::Take(void* out, std::size_t n) {
   if (!open_ || Remaining() < n) {
     std::memset(out, 0, n);
-    pos_ = data_.size();
+    pos_ = size_;
     failed_ = true;
     return false;
   }
-  std::memcpy(out, data_.data() + pos_, n);
+  std::memcpy(out, buffer_.get() + pos_, n);
   pos_ += n;
   return true;
 }
@@ -218,11 +215,11 @@ float FileIO::GetFloat() {
 std::string FileIO::GetBytes() {
   std::int16_t n = GetInt();
   if (failed_ || n < 0 || static_cast<std::size_t>(n) > Remaining()) {
-    pos_ = data_.size();
+    pos_ = size_;
     failed_ = true;
     return std::string(1, '\0');
   }
-  std::string s(reinterpret_cast<const char*>(data_.data() + pos_), static_cast<std::size_t>(n));
+  std::string s(reinterpret_cast<const char*>(buffer_.get() + pos_), static_cast<std::size_t>(n));
   pos_ += static_cast<std::size_t>(n);
   return s;
 }

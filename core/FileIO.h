@@ -5,9 +5,11 @@
 // damages the file that was there.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace kestrow {
 
@@ -25,10 +27,32 @@ class FileIO {
   // The next position, counting from 1.
   std::int32_t fSeek() const { return static_cast<std::int32_t>(pos_ + 1); }
 
-  bool PutByte(std::uint8_t x);
-  bool PutInt(std::int16_t x);
-  bool PutBool(bool x);
-  bool PutFloat(float x);
+  // The writers are inline: a large study writes millions of values.
+  bool PutByte(std::uint8_t x) {
+    std::uint8_t* at = Room(1);
+    at[0] = x;
+    return true;
+  }
+  bool PutInt(std::int16_t x) {
+    auto u = static_cast<std::uint16_t>(x);
+    std::uint8_t* at = Room(2);
+    at[0] = static_cast<std::uint8_t>(u);
+    at[1] = static_cast<std::uint8_t>(u >> 8);
+    return true;
+  }
+  bool PutBool(bool x) { return PutByte(x ? 'Y' : 'N'); }
+  bool PutFloat(float x) {
+    std::uint32_t u;
+    std::memcpy(&u, &x, 4);
+    std::uint8_t* at = Room(4);
+    at[0] = static_cast<std::uint8_t>(u);
+    at[1] = static_cast<std::uint8_t>(u >> 8);
+    at[2] = static_cast<std::uint8_t>(u >> 16);
+    at[3] = static_cast<std::uint8_t>(u >> 24);
+    return true;
+  }
+  // Space for n bytes written directly by the caller (the data block).
+  std::uint8_t* PutBlock(std::size_t n) { return Room(n); }
   bool PutString(const std::string& utf8);   // text: Windows-1252 on disk
   bool PutBytes(const std::string& bytes);   // a byte string: written as it is
 
@@ -37,6 +61,18 @@ class FileIO {
   std::int16_t GetInt();
   bool GetBool();
   float GetFloat();
+  // The next n bytes, read directly by the caller; null, with the stream
+  // marked as failed, when the file does not hold them.
+  const std::uint8_t* GetBlock(std::size_t n) {
+    if (!open_ || Remaining() < n) {
+      pos_ = size_;
+      failed_ = true;
+      return nullptr;
+    }
+    const std::uint8_t* at = buffer_.get() + pos_;
+    pos_ += n;
+    return at;
+  }
   // A failed read returns the read-failure signal, one NUL character.
   std::string GetString();
   std::string GetBytes();
@@ -44,7 +80,7 @@ class FileIO {
   // True once a read went past the end of the file or a count was refused.
   bool Failed() const { return failed_; }
   // Bytes left to read.
-  std::size_t Remaining() const { return pos_ < data_.size() ? data_.size() - pos_ : 0; }
+  std::size_t Remaining() const { return pos_ < size_ ? size_ - pos_ : 0; }
   // True if count entries of at least minBytes each can still be in the file;
   // otherwise the stream is marked as failed.
   bool CanHold(long long count, std::size_t minBytes) {
@@ -56,12 +92,19 @@ class FileIO {
   const std::string& LastError() const { return error_; }
   bool IsOpen() const { return open_; }
 
-  // The bytes of the stream (for reading: the file; for writing: so far).
-  const std::vector<std::uint8_t>& Bytes() const { return data_; }
 
  private:
   bool Take(void* out, std::size_t n);
   bool PutRaw(const void* p, std::size_t n);
+  // Space for n more bytes at the write position; the buffer grows by doubling.
+  std::uint8_t* Room(std::size_t n) {
+    if (capacity_ - pos_ < n) Grow(pos_ + n);
+    std::uint8_t* at = buffer_.get() + pos_;
+    pos_ += n;
+    if (pos_ > size_) size_ = pos_;
+    return at;
+  }
+  void Grow(std::size_t atLeast);
   bool PutCounted(const std::string& bytes);
 
   std::string path_;
@@ -70,7 +113,11 @@ class FileIO {
   bool failed_ = false;
   bool writeFailed_ = false;
   std::size_t pos_ = 0;
-  std::vector<std::uint8_t> data_;
+  // The bytes of the file: for reading all of it, for writing what is written
+  // so far. Not cleared on allocation: only written bytes are ever read.
+  std::unique_ptr<std::uint8_t[]> buffer_;
+  std::size_t size_ = 0;
+  std::size_t capacity_ = 0;
   std::string error_;
 };
 

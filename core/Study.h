@@ -218,8 +218,14 @@ class Study {
 
  private:
   const Problem& Owner() const;
-  std::size_t CellIndex(int rv, int run, int rep) const;
-  bool InArray(int rv, int run, int rep) const;
+  std::size_t CellIndex(int rv, int run, int rep) const {
+    return (static_cast<std::size_t>(rv) * static_cast<std::size_t>(nRuns_ + 1) + static_cast<std::size_t>(run)) *
+               static_cast<std::size_t>(nReps_ + 1) +
+           static_cast<std::size_t>(rep);
+  }
+  bool InArray(int rv, int run, int rep) const {
+    return nRV_ >= 0 && rv >= 0 && rv <= nRV_ && run >= 0 && run <= nRuns_ && rep >= 0 && rep <= nReps_;
+  }
   const Contrast* ContrastByName(const std::string& letter) const;
   std::string TranslateWord(const std::string& word, int ownFactor) const;
 

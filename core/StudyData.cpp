@@ -7,17 +7,6 @@
 
 namespace kestrow {
 
-std::size_t Study::CellIndex(int rv, int run, int rep) const {
-  return (static_cast<std::size_t>(rv) * static_cast<std::size_t>(nRuns_ + 1) +
-          static_cast<std::size_t>(run)) * static_cast<std::size_t>(nReps_ + 1) +
-         static_cast<std::size_t>(rep);
-}
-
-bool Study::InArray(int rv, int run, int rep) const {
-  return nRV_ >= 0 && rv >= 0 && rv <= nRV_ && run >= 0 && run <= nRuns_ && rep >= 0 &&
-         rep <= nReps_;
-}
-
 // Allocates the array, discarding any old content, and blanks every cell: flag
 // 0, seq the run number, value missing. bDataFull is left alone.
 void Study::SetDataArray() {

@@ -1,4 +1,6 @@
 // A study in the problem file: its block, field for field, and its text export.
+#include <cstring>
+
 #include "core/FileIO.h"
 #include "core/Problem.h"
 #include "core/Study.h"
@@ -7,6 +9,28 @@
 namespace kestrow {
 
 namespace {
+
+// The cells of the data block, seven bytes each: the value, the flag, and the
+// run order, little-endian.
+void PutCell(std::uint8_t* at, float value, std::uint8_t flag, std::int16_t seq) {
+  std::uint32_t u;
+  std::memcpy(&u, &value, 4);
+  at[0] = static_cast<std::uint8_t>(u);
+  at[1] = static_cast<std::uint8_t>(u >> 8);
+  at[2] = static_cast<std::uint8_t>(u >> 16);
+  at[3] = static_cast<std::uint8_t>(u >> 24);
+  at[4] = flag;
+  at[5] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(seq));
+  at[6] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(seq) >> 8);
+}
+
+void GetCell(const std::uint8_t* at, float& value, std::uint8_t& flag, std::int16_t& seq) {
+  std::uint32_t u = static_cast<std::uint32_t>(at[0]) | (static_cast<std::uint32_t>(at[1]) << 8) |
+                    (static_cast<std::uint32_t>(at[2]) << 16) | (static_cast<std::uint32_t>(at[3]) << 24);
+  std::memcpy(&value, &u, 4);
+  flag = at[4];
+  seq = static_cast<std::int16_t>(static_cast<std::uint16_t>(at[5] | (at[6] << 8)));
+}
 
 // Smallest number of bytes an entry of each collection takes in the file; a
 // count that the rest of the file cannot hold is refused before anything is
@@ -150,16 +174,21 @@ bool Study::fRead(FileIO& io) {
   lDataPtr = io.fSeek();
   if (iNumRuns < 0 || iReps < 0) return false;
   int nRV = StudyRespVars.Count();
-  if (!io.CanHold(static_cast<long long>(iReps) * iNumRuns * nRV, CELL_BYTES)) return false;
+  long long cells = static_cast<long long>(iReps) * iNumRuns * nRV;
+  if (!io.CanHold(cells, CELL_BYTES)) return false;
+  const std::uint8_t* at = io.GetBlock(static_cast<std::size_t>(cells) * CELL_BYTES);
+  if (!at) return false;
   SetDataArray();
   bDataFull = true;
   for (int rep = 1; rep <= iReps; ++rep)
     for (int run = 1; run <= iNumRuns; ++run)
-      for (int rv = 1; rv <= nRV; ++rv) {
-        float value = io.GetFloat();
-        SetData(rv, run, rep, value);  // clears bDataFull for a missing value
-        SetFlag(rv, run, rep, io.GetByte());
-        SetSeq(run, rep, io.GetInt());
+      for (int rv = 1; rv <= nRV; ++rv, at += CELL_BYTES) {
+        DataCell& cell = data_[CellIndex(rv, run, rep)];
+        std::int16_t seq;
+        GetCell(at, cell.value, cell.flag, seq);
+        if (cell.value == MISSING_VALUE) bDataFull = false;
+        // Every cell carries the run order, and it is kept in response 1.
+        data_[CellIndex(1, run, rep)].seq = seq;
       }
 
   count = io.GetInt();
@@ -296,13 +325,23 @@ void Study::fWrite(FileIO& io) const {
   // The value goes through GetData, so an excluded observation is saved as
   // missing; its flag stays. The run order is that of response variable 1.
   int nRV = StudyRespVars.Count();
+  std::size_t cells = static_cast<std::size_t>(iReps > 0 ? iReps : 0) * static_cast<std::size_t>(iNumRuns > 0 ? iNumRuns : 0) *
+                      static_cast<std::size_t>(nRV);
+  std::uint8_t* at = io.PutBlock(cells * CELL_BYTES);
+  bool whole = nRV_ == nRV && nRuns_ == iNumRuns && nReps_ == iReps;
   for (int rep = 1; rep <= iReps; ++rep)
-    for (int run = 1; run <= iNumRuns; ++run)
-      for (int rv = 1; rv <= nRV; ++rv) {
-        io.PutFloat(GetData(rv, run, rep));
-        io.PutByte(GetFlag(rv, run, rep));
-        io.PutInt(GetSeq(run, rep));
+    for (int run = 1; run <= iNumRuns; ++run) {
+      if (!whole) {  // an array that does not match the design: through the checked readers
+        for (int rv = 1; rv <= nRV; ++rv, at += CELL_BYTES)
+          PutCell(at, GetData(rv, run, rep), GetFlag(rv, run, rep), GetSeq(run, rep));
+        continue;
       }
+      std::int16_t seq = nRV >= 1 ? data_[CellIndex(1, run, rep)].seq : 0;
+      for (int rv = 1; rv <= nRV; ++rv, at += CELL_BYTES) {
+        const DataCell& cell = data_[CellIndex(rv, run, rep)];
+        PutCell(at, (cell.flag & CELL_EXCLUDED) ? MISSING_VALUE : cell.value, cell.flag, seq);
+      }
+    }
 
   io.PutInt(static_cast<std::int16_t>(Notes.Count()));
   for (const Note& note : Notes) {
