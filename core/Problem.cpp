@@ -151,22 +151,17 @@ std::string Problem::FactorKeyToName(const std::string& key) const {
   return std::string();
 }
 
-namespace {
-bool HasStar(const std::string& s) { return !s.empty() && s.back() == '*'; }
-std::string StripStar(const std::string& s) { return HasStar(s) ? s.substr(0, s.size() - 1) : s; }
-}  // namespace
-
 std::string Problem::RVKeyToName(const std::string& key) const {
-  const RespVar* rv = RespVars.Find(StripStar(key));
+  const RespVar* rv = RespVars.Find(PureKey(key));
   return rv ? rv->sName : std::string();
 }
 
 std::string Problem::RVKeyToDisplayName(const std::string& key) const {
-  return (HasStar(key) ? "*" : "") + RVKeyToName(key);
+  return (IsTransformedKey(key) ? "*" : "") + RVKeyToName(key);
 }
 
 std::string Problem::RVNameToPureKey(const std::string& name) const {
-  std::string pure = StripStar(name);
+  std::string pure = PureKey(name);
   for (const RespVar& rv : RespVars)
     if (rv.sName == pure) return rv.sKey;
   return std::string();
@@ -174,7 +169,7 @@ std::string Problem::RVNameToPureKey(const std::string& name) const {
 
 std::string Problem::RVNameToKey(const std::string& name) const {
   std::string key = RVNameToPureKey(name);
-  return HasStar(name) && !key.empty() ? key + "*" : key;
+  return IsTransformedKey(name) && !key.empty() ? key + "*" : key;
 }
 
 std::string Problem::GetFactorLevelName(const std::string& studyKey, int factor, int level) const {

@@ -218,6 +218,7 @@ class Study {
 
  private:
   const Problem& Owner() const;
+  void AllocateArray();
   std::size_t CellIndex(int rv, int run, int rep) const {
     return (static_cast<std::size_t>(rv) * static_cast<std::size_t>(nRuns_ + 1) + static_cast<std::size_t>(run)) *
                static_cast<std::size_t>(nReps_ + 1) +

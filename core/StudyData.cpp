@@ -7,19 +7,23 @@
 
 namespace kestrow {
 
-// Allocates the array, discarding any old content, and blanks every cell: flag
-// 0, seq the run number, value missing. bDataFull is left alone.
-void Study::SetDataArray() {
+// Sets the bounds from the study and allocates blank cells for them.
+void Study::AllocateArray() {
   nRV_ = StudyRespVars.Count();
   nRuns_ = iNumRuns < 0 ? 0 : iNumRuns;
   nReps_ = iReps < 0 ? 0 : iReps;
   data_.assign(static_cast<std::size_t>(nRV_ + 1) * static_cast<std::size_t>(nRuns_ + 1) *
                    static_cast<std::size_t>(nReps_ + 1),
                DataCell());
+}
+
+// Allocates the array, discarding any old content, and blanks every cell: flag
+// 0, seq the run number, value missing. bDataFull is left alone.
+void Study::SetDataArray() {
+  AllocateArray();
   for (int rv = 0; rv <= nRV_; ++rv)
     for (int run = 0; run <= nRuns_; ++run)
-      for (int rep = 0; rep <= nReps_; ++rep)
-        data_[CellIndex(rv, run, rep)].seq = static_cast<std::int16_t>(run);
+      for (int rep = 0; rep <= nReps_; ++rep) data_[CellIndex(rv, run, rep)].seq = static_cast<std::int16_t>(run);
 }
 
 // The same bounds, keeping what fits. The new cells hold the blank cell; the
@@ -34,12 +38,7 @@ void Study::SetDataArrayPreserve() {
   old.nRV_ = nRV_;
   old.nRuns_ = nRuns_;
   old.nReps_ = nReps_;
-  nRV_ = StudyRespVars.Count();
-  nRuns_ = iNumRuns < 0 ? 0 : iNumRuns;
-  nReps_ = iReps < 0 ? 0 : iReps;
-  data_.assign(static_cast<std::size_t>(nRV_ + 1) * static_cast<std::size_t>(nRuns_ + 1) *
-                   static_cast<std::size_t>(nReps_ + 1),
-               DataCell());
+  AllocateArray();
   for (int rv = 0; rv <= nRV_; ++rv)
     for (int run = 0; run <= nRuns_; ++run)
       for (int rep = 0; rep <= nReps_; ++rep)
@@ -100,9 +99,8 @@ void Study::SetSeq(int run, int rep, std::int16_t seq) {
 }
 
 void Study::ConfigureRV(const std::string& key) {
-  std::string pure = key;
-  confTransformed_ = !pure.empty() && pure.back() == '*';
-  if (confTransformed_) pure.pop_back();
+  std::string pure = PureKey(key);
+  confTransformed_ = IsTransformedKey(key);
   confKey_ = pure;
   const RespVar* rv = ResolveRV(pure);
   confName_ = rv ? rv->sName : std::string();

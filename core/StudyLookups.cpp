@@ -2,26 +2,16 @@
 // sees them.
 #include "core/Problem.h"
 #include "core/Study.h"
+#include "core/Text.h"
 
 namespace kestrow {
-
-namespace {
-
-std::string StripStar(const std::string& key) {
-  if (!key.empty() && key.back() == '*') return key.substr(0, key.size() - 1);
-  return key;
-}
-
-bool HasStar(const std::string& key) { return !key.empty() && key.back() == '*'; }
-
-}  // namespace
 
 const Factor* Study::ResolveFactor(const std::string& key) const {
   return IsLocked() ? MyFactors.Find(key) : Owner().Factors.Find(key);
 }
 
 const RespVar* Study::ResolveRV(const std::string& key) const {
-  std::string pure = StripStar(key);
+  std::string pure = PureKey(key);
   return IsLocked() ? MyRespVars.Find(pure) : Owner().RespVars.Find(pure);
 }
 
@@ -46,7 +36,7 @@ int Study::CountRVs() const {
 }
 
 int Study::GetRVnum(const std::string& key) const {
-  std::string pure = StripStar(key);
+  std::string pure = PureKey(key);
   for (int i = 1; i <= StudyRespVars.Count(); ++i)
     if (StudyRespVars(i).sKey == pure) return i;
   return -1;
@@ -141,11 +131,11 @@ std::string Study::GetPRVUnits(const std::string& key) const {
 }
 
 std::string Study::GetPRVDisplayName(const std::string& key) const {
-  return (HasStar(key) ? "*" : "") + GetPRVName(key);
+  return (IsTransformedKey(key) ? "*" : "") + GetPRVName(key);
 }
 
 std::string Study::GetPRVDisplayAbbr(const std::string& key) const {
-  return (HasStar(key) ? "*" : "") + GetPRVName2(key);
+  return (IsTransformedKey(key) ? "*" : "") + GetPRVName2(key);
 }
 
 float Study::FGetCoded(const std::string& key, int i) const {
@@ -179,7 +169,7 @@ std::string Study::SRVKeyToName(const std::string& key) const { return GetPRVNam
 
 std::string Study::SRVNameToPureKey(const std::string& name) const {
   if (!IsLocked()) return Owner().RVNameToPureKey(name);
-  std::string pure = StripStar(name);
+  std::string pure = PureKey(name);
   for (const RespVar& rv : MyRespVars)
     if (rv.sName == pure) return rv.sKey;
   return std::string();
@@ -187,7 +177,7 @@ std::string Study::SRVNameToPureKey(const std::string& name) const {
 
 std::string Study::SRVNameToKey(const std::string& name) const {
   std::string key = SRVNameToPureKey(name);
-  return HasStar(name) && !key.empty() ? key + "*" : key;
+  return IsTransformedKey(name) && !key.empty() ? key + "*" : key;
 }
 
 std::string Study::RVKeyToName(const std::string& key) const { return GetPRVName(key); }

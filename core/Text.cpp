@@ -186,6 +186,11 @@ std::string TargetToText(float value) {
   return ShortestText(value);
 }
 
+bool IsTransformedKey(std::string_view key) { return !key.empty() && key.back() == '*'; }
+std::string PureKey(std::string_view key) {
+  return std::string(IsTransformedKey(key) ? key.substr(0, key.size() - 1) : key);
+}
+
 std::string PopToken(std::string& text) { return PopAt(text, ','); }
 std::string PopBar(std::string& text) { return PopAt(text, '|'); }
 

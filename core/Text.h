@@ -37,6 +37,11 @@ std::string ShortestText(double value);  // the same rule for a 64-bit value
 float ParseTarget(std::string& text);
 std::string TargetToText(float value);
 
+// A response-variable key or name with a trailing "*" selects its transformed
+// form; PureKey drops the star.
+bool IsTransformedKey(std::string_view key);
+std::string PureKey(std::string_view key);
+
 // Cuts the text before the first comma (PopToken) or "|" (PopBar) from the
 // front of text and returns it; without a separator the whole text goes.
 std::string PopToken(std::string& text);
