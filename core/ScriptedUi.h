@@ -36,8 +36,20 @@ class ScriptedUi : public Ui {
     return Next(Answer::Cancel) == Answer::Ok;
   }
 
+  std::string SaveFileDialog(const std::string& title, const std::string&, const std::string&,
+                             const std::string&) override {
+    messages.push_back({"savedialog", title});
+    if (savePaths.empty()) return "";
+    std::string p = savePaths.front();
+    savePaths.pop_front();
+    return p;
+  }
+  void Beep() override { ++beeps; }
+
   std::vector<Message> messages;
   std::deque<Answer> answers;
+  std::deque<std::string> savePaths;  // answers of save dialogs; empty: cancelled
+  int beeps = 0;
 
  private:
   Answer Next(Answer otherwise) {

@@ -14,7 +14,7 @@ void Study::Clear() {
   const Problem* owner = pProblem;
   *this = Study();
   pProblem = owner;
-  iReps = gSettings.iDefaultReps;
+  iReps = gSettings.DefaultReps;
 }
 
 void Study::ZapDesign() {

@@ -39,7 +39,7 @@ std::string Study::GetTreatmentLevelName(int factor, int run) const {
   for (int i = 1; i <= factor; ++i) token = PopBar(list);
   const Factor* f = Owner().Factors.Find(GetFactorKey(factor));
   if (!f) return std::string();
-  return FormatSF(gSettings.iNumSF, f->GetDeCoded(Val(token)));
+  return FormatSF(gSettings.NumSF, f->GetDeCoded(Val(token)));
 }
 
 float Study::GetContrastEntry(int contrast, int run) const {

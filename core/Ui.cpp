@@ -38,7 +38,7 @@ void ReportError(const std::string& description, const std::string& procedure) {
 }
 
 bool ConfirmCancel(bool changed) {
-  if (!changed || !gSettings.bConfirmCancel) return true;
+  if (!changed || !gSettings.ConfirmCancel) return true;
   return YesNoBox("Do you wish to CANCEL your changes?") == Answer::Yes;
 }
 

@@ -19,6 +19,15 @@ class Ui {
   virtual bool WarnYesNo(const std::string& text) = 0;  // warning icon, title " - Warning!"
   virtual Answer YesNoCancelBox(const std::string& text) = 0;  // the save question
   virtual bool OkCancelBox(const std::string& text) = 0;       // the fractional editor's question
+  // A save dialog with an overwrite prompt; the chosen path, or empty when
+  // cancelled. The filter is "Name (*.EXT)|*.EXT".
+  virtual std::string SaveFileDialog(const std::string& title, const std::string& folder,
+                                     const std::string& filter, const std::string& name) {
+    (void)title, (void)folder, (void)filter, (void)name;
+    return std::string();
+  }
+  // The warning sound of a refused entry.
+  virtual void Beep() {}
   // Long loops call these so that the window stays alive and Stop works.
   virtual void DoEvents() {}
   virtual bool StopRequested() { return false; }

@@ -23,6 +23,6 @@ std::string FormatSF(int digits, float value) {
   return ShortestText(result);
 }
 
-std::string FormatNumSF(float value) { return FormatSF(gSettings.iNumSF, value); }
+std::string FormatNumSF(float value) { return FormatSF(gSettings.NumSF, value); }
 
 }  // namespace kestrow

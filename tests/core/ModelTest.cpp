@@ -286,7 +286,7 @@ TEST(ZapAnalysisByRV, EmptiesOnlyTheMatchingKeys) {
 
 TEST(StudyClear, TakesRepsFromTheSettingAndKeepsItsProblem) {
   ScopedUi ui;
-  gSettings.iDefaultReps = 5;
+  gSettings.DefaultReps = 5;
   Problem p;
   Study s;
   s.pProblem = &p;
@@ -431,7 +431,7 @@ TEST(Collections, IndexFromOneFindByKeyWithoutCaseAndRefuseDuplicateKeys) {
 
 TEST(ProblemClear, IsANewProblemInTheDataFolder) {
   ScopedUi ui;
-  gSettings.sDataDir = "/srv/kestrow/data";
+  gSettings.DataDir = "/srv/kestrow/data";
   Problem p;
   p.sName = "x";
   p.bChanged = true;

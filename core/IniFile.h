@@ -1,0 +1,20 @@
+// A settings file of sections and keys, with the semantics programs have long
+// relied on: sections and keys compare without regard to case, a missing key
+// gives the default, and a write changes one key and keeps the rest of the
+// file as it was.
+#pragma once
+
+#include <string>
+
+namespace kestrow {
+
+// The value of a key, or the default when the file, the section or the key is
+// missing. Values are cut at 255 characters, as a 256-character buffer holds.
+std::string ReadINI(const std::string& file, const std::string& section, const std::string& key,
+                    const std::string& defaultValue);
+
+// Writes one key, making the file and the section as needed. False if the file
+// cannot be written.
+bool WriteINI(const std::string& file, const std::string& section, const std::string& key, const std::string& value);
+
+}  // namespace kestrow
