@@ -2,8 +2,9 @@
 #include <QApplication>
 #include <QStringList>
 
-#include "core/CommandLine.h"
 #include "core/Globals.h"
+#include "core/Settings.h"
+#include "core/Startup.h"
 #include "shell/QtUi.h"
 #include "shell/frmMain.h"
 
@@ -16,12 +17,12 @@ int main(int argc, char** argv) {
 
   // The whole command line is one file name, with the switch -admin.
   QStringList words = QApplication::arguments().mid(1);
-  TakeCommandLine(words.join(' ').toStdString());
+  if (!StartUp(words.join(' ').toStdString())) return 1;
 
-  gProblem->Clear();
   frmMain window;
   ui->SetParent(&window);
-  if (!gsCommandFile.empty()) window.OpenKSTFile(QString::fromStdString(gsCommandFile));
-  window.show();
+  window.Load();
+  if (gSettings.MainState == 2) window.showMaximized();
+  else window.show();
   return app.exec();
 }

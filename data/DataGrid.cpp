@@ -133,13 +133,13 @@ void DataGrid::FixUpDataGrid(const Study& s) {
         CellOf(p, 1, 1, row, col);
         grid_.SetText(0, col, rvName(p));
         grid_.Merges.push_back({0, col, 1, reps_});
-        for (int rep = 1; rep <= reps_; ++rep) grid_.SetText(1, col + rep - 1, GetTextSpaced("Repn") + std::to_string(rep));
+        for (int rep = 1; rep <= reps_; ++rep) grid_.SetText(1, col + rep - 1, GetText("Repn") + std::to_string(rep));
       }
     } else {
       for (int rep = 1; rep <= reps_; ++rep) {
         int row, col;
         CellOf(1, 1, rep, row, col);
-        grid_.SetText(0, col, GetTextSpaced("Repn") + std::to_string(rep));
+        grid_.SetText(0, col, GetText("Repn") + std::to_string(rep));
         grid_.Merges.push_back({0, col, 1, nRV_});
         for (int p = 1; p <= nRV_; ++p) grid_.SetText(1, col + p - 1, rvName(p));
       }

@@ -1,6 +1,8 @@
 #include "shell/QtUi.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QMessageBox>
 
 #include "core/Sentinels.h"
@@ -44,5 +46,15 @@ bool QtUi::OkCancelBox(const std::string& text) {
 }
 
 void QtUi::DoEvents() { QApplication::processEvents(); }
+
+std::string QtUi::SaveFileDialog(const std::string& title, const std::string& folder, const std::string& filter,
+                                 const std::string& name) {
+  // "Kestrow (*.KSW)|*.KSW" as Qt writes it: "Kestrow (*.KSW)".
+  QString qtFilter = Q(filter.substr(0, filter.find('|')));
+  QString start = QDir(Q(folder)).filePath(Q(name));
+  return QFileDialog::getSaveFileName(parent_, Q(title), start, qtFilter).toStdString();
+}
+
+void QtUi::Beep() { QApplication::beep(); }
 
 }  // namespace kestrow

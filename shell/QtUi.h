@@ -19,6 +19,9 @@ class QtUi : public Ui {
   Answer YesNoCancelBox(const std::string& text) override;
   bool OkCancelBox(const std::string& text) override;
   void DoEvents() override;
+  std::string SaveFileDialog(const std::string& title, const std::string& folder, const std::string& filter,
+                             const std::string& name) override;
+  void Beep() override;
 
  private:
   QWidget* parent_;

@@ -1,28 +1,126 @@
-// The main window. For now it shows the open problem as its text export; the
-// tree, the data grid and the analyses come in here.
+// The main window: the problem tree on the left; on the right the pane that
+// shows what was clicked (the problem, a factor, a response variable, a
+// study), the data grid, or the chart pane of the analyses. Menus, toolbar and
+// context menus carry every command; the rules behind them are the engine's.
 #pragma once
 
 #include <QMainWindow>
+#include <map>
+#include <memory>
+#include <string>
 
-class QPlainTextEdit;
+#include "core/Grid.h"
+#include "data/DataGrid.h"
+
+class QAction;
+class QLabel;
+class QMenu;
+class QSplitter;
+class QStackedWidget;
+class QTableView;
+class QTextBrowser;
+class QToolBar;
+class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace kestrow {
+
+class GridModel;
+class DataGridDelegate;
 
 class frmMain : public QMainWindow {
   Q_OBJECT
 
  public:
   explicit frmMain(QWidget* parent = nullptr);
+  ~frmMain() override;
 
-  // Opens a problem file; a failed open leaves the open problem as it was.
+  // The load sequence: captions, tool-tips, placement, a new problem, the
+  // colours, the menus that depend on settings, and the file of the command
+  // line.
+  void Load();
+
+  // Opens a problem file; a failed open leaves everything as it was.
   bool OpenKSTFile(const QString& path);
-  // Shows the open problem and puts its file name in the title bar.
-  void ShowProblem();
+  // Rebuilds the tree from the open problem.
+  void ProblemToTree();
+  // Acts on a click on a tree node.
+  void NodeClick(const std::string& key);
+
+  // What the right-hand pane shows: "" (nothing), "View", or "Data".
+  const std::string& PaneName() const { return paneName_; }
+
+  QTreeWidget* sstv1;
+  QTableView* grdMain;
+  QTextBrowser* txtView;
+  QAction* Action(const std::string& name) const;
+  QMenu* Menu(const std::string& name) const;
+  QTreeWidgetItem* Node(const std::string& key) const;
+  Grid& MainGrid() { return grid_; }
+  DataGrid& Data() { return dataGrid_; }
+
+  // The commands, by the names of their menu entries.
+  void mnuFileNew_Click();
+  void mnuFileOpen_Click();
+  void mnuFileSave_Click();
+  void mnuFileSaveAs_Click();
+  void mnuFileExport_Click();
+  void mnuRecentFile_Click(int i);
+  void mnuNewF_Click();
+  void mnuNewRV_Click();
+  void mnuLockStudy_Click();
+  void mnuPopCopy_Click();
+  void mnuPopEdit_Click();
+  void mnuPopDelete_Click();
+  void mnuPopDelete3_Click();
+  void mnuPopLock_Click();
+  void mnuAdminReset_Click();
+  void mnuAdminDictionary_Click();
+  void mnuAdminUpdate_Click();
+  void mnuHlpAbout_Click();
+  void ToolsFlipTree();
+  void ToolsToggle();
+  void ToolsCueCard();
+
+  // Factors and response variables through their dialogs: 1 new, 2 copy, 3 edit.
+  void AddEditFactor(int mode);
+  void AddEditRV(int mode);
+
+  // The node the context menu belongs to.
+  std::string gsNodeForTest;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
-  void mnuFileOpen_Click();
+  void BuildMenus();
+  void BuildToolbar();
+  QAction* AddAction(QMenu* menu, const char* name, const char* caption, void (frmMain::*handler)() = nullptr);
+  void FixRecentMenu();
+  void SetTitle();
+  void ShowView(const struct PaneView& view);
+  void ShowDataGrid();
+  void ClearPane();
+  void UnLoadDataGrid();
+  void UpdateMenus();
+  void SaveAppState();
+  void ContextMenu(const QPoint& at);
+  void TreeExpanded(QTreeWidgetItem* item);
+  void GridEntry(int row, int col, const QString& text, bool& accepted);
 
-  QPlainTextEdit* txtProblem_;
+  QSplitter* split_;
+  QStackedWidget* pane_;
+  QLabel* chartPane_;
+  QToolBar* toolbar_;
+  std::map<std::string, QAction*> actions_;
+  std::map<std::string, QMenu*> menus_;
+  std::map<std::string, QTreeWidgetItem*> nodes_;
+  Grid grid_;
+  DataGrid dataGrid_;
+  GridModel* gridModel_;
+  DataGridDelegate* delegate_;
+  std::string paneName_;
+  bool gridShownOnce_ = false;
 };
 
 }  // namespace kestrow

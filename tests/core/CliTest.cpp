@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-#include "TestSupport.h"
+#include "core/TestSupport.h"
 
 namespace kestrow {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "TestSupport.h"
+#include "core/TestSupport.h"
 
 namespace kestrow {
 namespace {

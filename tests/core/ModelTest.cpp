@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "TestSupport.h"
+#include "core/TestSupport.h"
 #include "core/Problem.h"
 #include "core/Study.h"
 

@@ -4,7 +4,7 @@
 
 #include <sys/stat.h>
 
-#include "TestSupport.h"
+#include "core/TestSupport.h"
 #include "core/FileIO.h"
 
 namespace kestrow {

@@ -1,42 +1,220 @@
-// The main window opens a problem, shows it, and keeps it when an open fails.
-#include <QPlainTextEdit>
+// The main window as a user meets it: opening a sample, walking the tree,
+// typing into the data grid, saving, and adding and deleting a factor through
+// the dialogs.
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableView>
+#include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QTreeWidget>
 #include <QtTest>
 
 #include "core/Globals.h"
+#include "core/Language.h"
+#include "core/Paths.h"
 #include "core/ScriptedUi.h"
+#include "core/Sentinels.h"
+#include "core/Settings.h"
+#include "shell/frmFactor.h"
 #include "shell/frmMain.h"
 
 using namespace kestrow;
+
+namespace {
+QWidget* Editor(frmMain& w) {
+  // A closed editor lingers until it is deleted: take the one on show.
+  for (QLineEdit* e : w.grdMain->viewport()->findChildren<QLineEdit*>())
+    if (e->isVisible()) return e;
+  return w.grdMain;
+}
+// Types into the current cell: the first key opens the editor, the rest go to it.
+void TypeInto(frmMain& w, const QString& text) {
+  QTest::keyClick(w.grdMain, text[0].toLatin1());
+  QTest::keyClicks(Editor(w), text.mid(1));
+}
+}  // namespace
 
 class tst_frmMain : public QObject {
   Q_OBJECT
 
  private slots:
+  void initTestCase() {
+    QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
+    qputenv("KESTROW_CONFIG_DIR", config_.path().toUtf8());
+  }
+
   void init() {
     ui_ = new ScriptedUi();
     InstallUi(std::unique_ptr<Ui>(ui_));
+    gSettings = Settings();
+    gsCommandFile.clear();
+    gbAdmin = false;
     ReplaceProblem(std::make_unique<Problem>());
-    gProblem->Clear();
   }
 
   void aNewWindowIsTitledUntitled() {
     frmMain w;
+    w.Load();
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - untitled.KSW"));
+    QVERIFY(!w.Menu("mnuAdmin")->menuAction()->isVisible());
+    QVERIFY(!w.Action("mnuEditPaste")->isEnabled());  // comes with a later part of the program
   }
 
-  void openingASampleShowsItAndItsName() {
+  void openingASampleShowsItsTreeAndTitle() {
     frmMain w;
+    w.Load();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - CatalystTrial.KSW"));
+    QVERIFY(w.Node("P") && w.Node("f1") && w.Node("v2") && w.Node("s1") && w.Node("d1") && w.Node("z1+2"));
+    QCOMPARE(w.Node("P")->text(0), QString("Catalyst trial"));
+    QCOMPARE(gSettings.RecentFile[1], std::string(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+  }
+
+  void walkingTheTreeShowsEachKindOfNode() {
+    frmMain w;
+    w.Load();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    w.NodeClick("f1");
+    QVERIFY(w.txtView->toPlainText().contains("Temperature"));
+    QVERIFY(w.txtView->toPlainText().contains("150, 175, 200"));
+    w.NodeClick("v2");
+    QVERIFY(w.txtView->toPlainText().contains("MINimize"));
+    w.NodeClick("s1");
+    QVERIFY(w.txtView->toPlainText().contains("log10(Impurity + 1)"));
+    QCOMPARE(gStudy, gProblem->Studies.Find("s1"));
+    w.NodeClick("w1+f2");
+    QVERIFY(w.txtView->toPlainText().contains("Borealis"));
+    w.NodeClick("d1");
+    QCOMPARE(w.PaneName(), std::string("Data"));
+    QCOMPARE(w.grdMain->model()->data(w.grdMain->model()->index(2, 1)).toString(), QString("150"));
+  }
+
+  void typingIntoTheGridKeepsTheFloatAndRefusesNonsense() {
+    frmMain w;
+    w.Load();
+    w.show();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    w.NodeClick("d1");
+    QAbstractItemModel* m = w.grdMain->model();
+    int row, col;
+    w.Data().CellOf(1, 3, 2, row, col);  // Yield, run 3, replication 2
+    QCOMPARE(m->data(m->index(row, col)).toString(), QString("80.8"));
+
+    w.grdMain->setCurrentIndex(m->index(row, col));
+    TypeInto(w, "81.250");
+    QTest::keyClick(Editor(w), Qt::Key_Return);
+    QCOMPARE(m->data(m->index(row, col)).toString(), QString("81.25"));  // the float's text, not what was typed
+    QVERIFY(gProblem->bChanged);
+    QCOMPARE(w.grdMain->currentIndex().row(), row + 1);  // Enter moves down
+
+    // Run 4, replication 2 is excluded: it shows empty and refuses nonsense.
+    int r2 = row + 1;
+    QCOMPARE(m->data(m->index(r2, col)).toString(), QString(""));
+    TypeInto(w, "abc");
+    QTest::keyClick(Editor(w), Qt::Key_Return);
+    QCOMPARE(m->data(m->index(r2, col)).toString(), QString(""));
+    QCOMPARE(ui_->beeps, 1);
+
+    // Entries reach the study when the grid is left; the excluded cell stays excluded.
+    w.NodeClick("P");
+    QCOMPARE(gProblem->Studies(1).GetData(1, 3, 2), 81.25f);
+    QCOMPARE(gProblem->Studies(1).GetData(1, 4, 2), MISSING_VALUE);
+  }
+
+  void savingWritesTheGridAndClearsTheChangeMark() {
+    QTemporaryDir dir;
+    QString path = dir.filePath("catalyst.KSW");
+    QFile::copy(KESTROW_SAMPDATA "/CatalystTrial.KSW", path);
+    frmMain w;
+    w.Load();
+    w.show();
+    QVERIFY(w.OpenKSTFile(path));
+    w.NodeClick("d1");
+    int row, col;
+    w.Data().CellOf(1, 1, 1, row, col);
+    w.grdMain->setCurrentIndex(w.grdMain->model()->index(row, col));
+    TypeInto(w, "70");
+    QTest::keyClick(Editor(w), Qt::Key_Return);
+    QVERIFY(w.windowTitle().endsWith("*"));
+    w.mnuFileSave_Click();
+    QVERIFY(!gProblem->bChanged);
+    QVERIFY(!w.windowTitle().endsWith("*"));
+    Problem reread;
+    QVERIFY(reread.Load(path.toStdString()));
+    QCOMPARE(reread.Studies(1).GetData(1, 1, 1), 70.0f);
+  }
+
+  void addingAFactorThroughTheDialog() {
+    frmMain w;
+    w.Load();
     QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
-    QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - PlasmaEtch.KSW"));
-    auto* text = w.findChild<QPlainTextEdit*>();
-    QVERIFY(text);
-    QVERIFY(text->toPlainText().startsWith("Problem name: Plasma etch\n"));
-    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Plasma etch"));
+    QTimer::singleShot(0, [&] {
+      auto* d = qobject_cast<frmFactor*>(QApplication::activeModalWidget());
+      QVERIFY(d);
+      d->txtName->setText("Pressure");
+      d->txtAbbr->setText("D");
+      d->grdLevels->item(0, 1)->setText("300");
+      d->grdLevels->item(1, 1)->setText("200.0");
+      d->cmdOK->click();
+    });
+    w.mnuNewF_Click();
+    const Factor* f = gProblem->Factors.Find("f4");
+    QVERIFY(f);
+    QCOMPARE(f->sName, std::string("Pressure"));
+    QCOMPARE(f->Levels(1).sName, std::string("200"));  // sorted, and rewritten as the float's text
+    QVERIFY(w.Node("f4"));
+    QVERIFY(gProblem->bChanged);
   }
 
-  void aFailedOpenKeepsTheOpenProblem() {
+  void theFactorDialogRefusesInTheOrderOfItsChecks() {
+    gProblem->Clear();
+    Factor a;
+    a.sKey = "f1";
+    a.sName = "Power";
+    gProblem->Factors.Add(a, "f1");
+    frmFactor d(EditMode::New, "");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("Ferr1")));
+    d.txtName->setText("Power");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr3")));
+    d.txtName->setText("Gap");
+    d.grdLevels->item(0, 1)->setText("1");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr4")));
+    d.grdLevels->item(1, 1)->setText("wide");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("Ferr5")));
+    d.chkNumeric->setChecked(true);  // discrete: any text is a level
+    d.grdLevels->item(1, 1)->setText("1");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr5")));
+    QCOMPARE(gProblem->Factors.Count(), 1);  // nothing stored yet
+  }
+
+  void deletingAFactorTakesItsUnlockedStudiesWithIt() {
     frmMain w;
+    w.Load();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
+    ui_->answers.push_back(Answer::Yes);
+    w.gsNodeForTest = "f2";
+    gsNode = "f2";
+    w.mnuPopDelete_Click();
+    QVERIFY(!gProblem->Factors.Find("f2"));
+    QCOMPARE(gProblem->Studies.Count(), 0);
+    QVERIFY(!w.Node("f2"));
+    QCOMPARE(ui_->messages.back().kind, std::string("warn"));  // used by a study: the warning
+  }
+
+  void aFailedOpenKeepsTheOpenProblemAndTree() {
+    frmMain w;
+    w.Load();
     QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
     QTemporaryDir dir;
     QFile bad(dir.filePath("bad.KSW"));
@@ -46,12 +224,27 @@ class tst_frmMain : public QObject {
     QVERIFY(!w.OpenKSTFile(bad.fileName()));
     QCOMPARE(QString::fromStdString(gProblem->sName), QString("Catalyst trial"));
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - CatalystTrial.KSW"));
-    QCOMPARE(ui_->messages.size(), size_t(1));
+    QVERIFY(w.Node("f1"));
     QCOMPARE(QString::fromStdString(ui_->messages[0].text), QString("This is not a valid .KSW file!"));
+  }
+
+  void closingAChangedProblemAsksAndCancelKeepsTheWindow() {
+    frmMain w;
+    w.Load();
+    w.show();
+    gProblem->bChanged = true;
+    ui_->answers.push_back(Answer::Cancel);
+    QVERIFY(!w.close());
+    QVERIFY(w.isVisible());
+    ui_->answers.push_back(Answer::No);
+    QVERIFY(w.close());
+    // The settings were written at the close.
+    QVERIFY(FileExists(SettingsFile()));
   }
 
  private:
   ScriptedUi* ui_ = nullptr;
+  QTemporaryDir config_;
 };
 
 QTEST_MAIN(tst_frmMain)

@@ -1,0 +1,249 @@
+// The command handlers of the main window.
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QStackedWidget>
+#include <QTreeWidget>
+
+#include "core/CueCards.h"
+#include "core/Globals.h"
+#include "core/Language.h"
+#include "core/MainCommands.h"
+#include "core/Paths.h"
+#include "core/ProblemTree.h"
+#include "core/Settings.h"
+#include "core/Text.h"
+#include "core/Ui.h"
+#include "shell/Translate.h"
+#include "shell/frmCueCard.h"
+#include "shell/frmFactor.h"
+#include "shell/frmMain.h"
+#include "shell/frmRV.h"
+
+namespace kestrow {
+
+namespace {
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+}  // namespace
+
+bool frmMain::OpenKSTFile(const QString& path) {
+  UnLoadDataGrid();
+  if (!kestrow::OpenKSTFile(path.toStdString())) return false;
+  ProblemToTree();
+  ClearPane();
+  FixRecentMenu();
+  if (QTreeWidgetItem* root = Node("P")) {
+    sstv1->setCurrentItem(root);
+    root->setExpanded(true);
+  }
+  UpdateMenus();
+  return true;
+}
+
+void frmMain::mnuFileNew_Click() {
+  UnLoadDataGrid();
+  if (!SaveLogic()) return;
+  CreateNew();
+  ProblemToTree();
+  ClearPane();
+  UpdateMenus();
+}
+
+void frmMain::mnuFileOpen_Click() {
+  UnLoadDataGrid();
+  if (!SaveLogic()) return;
+  QString path = QFileDialog::getOpenFileName(this, Tr("LoadKST"), Q(DataDir()), "Kestrow (*.KSW *.ksw)");
+  if (!path.isEmpty()) OpenKSTFile(path);
+}
+
+void frmMain::mnuFileSave_Click() {
+  UnLoadDataGrid();
+  if (FileSave()) FixRecentMenu();
+  UpdateMenus();
+}
+
+void frmMain::mnuFileSaveAs_Click() {
+  UnLoadDataGrid();
+  if (FileSaveAs()) FixRecentMenu();
+  UpdateMenus();
+}
+
+void frmMain::mnuFileExport_Click() {
+  UnLoadDataGrid();
+  std::string offered = gProblem->sPathFileName;
+  if (UCase(GetFExt(offered)) == "KSW") offered = offered.substr(0, offered.size() - 3) + "txt";
+  QString path = QFileDialog::getSaveFileName(this, Tr("MNmsg9"), Q(offered), "Text (*.txt)");
+  if (path.isEmpty()) return;
+  if (!gProblem->Export(path.toStdString())) ErrorBox(GetText("MNerr4"));
+}
+
+void frmMain::mnuRecentFile_Click(int i) {
+  std::string path = RecentFileFromCaption(RecentMenuCaption(i));
+  UnLoadDataGrid();
+  if (!FileExists(path)) {
+    ErrorBox(GetText("MNerr7"));
+    return;
+  }
+  if (SaveLogic()) OpenKSTFile(Q(path));
+}
+
+void frmMain::AddEditFactor(int mode) {
+  UnLoadDataGrid();
+  std::string selected = gsNode.empty() ? gsKey : gsNode;
+  frmFactor dialog(static_cast<EditMode>(mode), selected, this);
+  dialog.exec();
+  if (dialog.stored.empty()) return;
+  ProblemToTree();
+  std::string shown = dialog.stored.back();
+  if (QTreeWidgetItem* node = Node(shown)) sstv1->setCurrentItem(node);
+  NodeClick(shown);
+}
+
+void frmMain::AddEditRV(int mode) {
+  UnLoadDataGrid();
+  std::string selected = gsNode.empty() ? gsKey : gsNode;
+  frmRV dialog(static_cast<EditMode>(mode), selected, this);
+  if (dialog.exec() != QDialog::Accepted || dialog.storedKey.empty()) return;
+  ProblemToTree();
+  if (QTreeWidgetItem* node = Node(dialog.storedKey)) sstv1->setCurrentItem(node);
+  NodeClick(dialog.storedKey);
+}
+
+void frmMain::mnuNewF_Click() {
+  gsNode.clear();
+  AddEditFactor(static_cast<int>(EditMode::New));
+}
+
+void frmMain::mnuNewRV_Click() {
+  gsNode.clear();
+  AddEditRV(static_cast<int>(EditMode::New));
+}
+
+void frmMain::mnuPopCopy_Click() {
+  if (!gsNode.empty() && gsNode[0] == 'f') AddEditFactor(static_cast<int>(EditMode::Copy));
+  else if (!gsNode.empty() && gsNode[0] == 'v') AddEditRV(static_cast<int>(EditMode::Copy));
+}
+
+void frmMain::mnuPopEdit_Click() {
+  if (!gsNode.empty() && gsNode[0] == 'f') AddEditFactor(static_cast<int>(EditMode::Edit));
+  else if (!gsNode.empty() && gsNode[0] == 'v') AddEditRV(static_cast<int>(EditMode::Edit));
+}
+
+void frmMain::mnuPopDelete_Click() {
+  UnLoadDataGrid();
+  bool done = !gsNode.empty() && (gsNode[0] == 'f' ? DeleteFactor(gsNode) : DeleteRespVar(gsNode));
+  if (!done) return;
+  ProblemToTree();
+  ClearPane();
+  UpdateMenus();
+}
+
+void frmMain::mnuPopDelete3_Click() {
+  UnLoadDataGrid();
+  if (!DeleteStudy(gsNode)) return;
+  ProblemToTree();
+  ClearPane();
+  UpdateMenus();
+}
+
+void frmMain::mnuLockStudy_Click() {
+  if (!gStudy) return;
+  gsNode = gStudy->sKey;
+  mnuPopLock_Click();
+}
+
+void frmMain::mnuPopLock_Click() {
+  UnLoadDataGrid();
+  std::string key = gsNode;
+  if (!LockStudy(key)) return;
+  ProblemToTree();
+  if (QTreeWidgetItem* node = Node(key)) sstv1->setCurrentItem(node);
+  NodeClick(key);
+}
+
+void frmMain::mnuAdminReset_Click() {
+  std::string error;
+  if (!AdminResetCueCards(CueCardFile(), error)) ReportError(error, "AdminReset");
+}
+
+namespace {
+
+// Every form of the program, for the dictionary commands.
+std::vector<FormCaptionRow> AllCaptions(frmMain* main) {
+  std::vector<FormCaptionRow> rows = FormCaptions(main);
+  auto add = [&](QWidget* form) {
+    auto more = FormCaptions(form);
+    rows.insert(rows.end(), more.begin(), more.end());
+    delete form;
+  };
+  add(new frmFactor(EditMode::New, "", nullptr));
+  add(new frmRV(EditMode::New, "", nullptr));
+  add(new frmCueCard("Cue card|", nullptr));
+  return rows;
+}
+
+}  // namespace
+
+void frmMain::mnuAdminDictionary_Click() {
+  if (!WarnYesNo("This makes a new and incomplete language database, KSTlang.MDB, with the captions of the "
+                 "forms and no message texts. Forms will report errors as they load; answer them with OK. "
+                 "Go on?"))
+    return;
+  std::string path = JoinPath(ProgramFolder(), "KSTlang.MDB");
+  std::vector<FormCaptionRow> rows = AllCaptions(this);
+  CloseLanguage();
+  std::string error;
+  if (!BuildDictionary(path, rows, error)) ReportError(error, "BuildDictionary");
+  OpenLanguage(path, gSettings.Language);
+}
+
+void frmMain::mnuAdminUpdate_Click() {
+  std::string path = JoinPath(ProgramFolder(), "KSTlang.MDB");
+  std::vector<FormCaptionRow> rows = AllCaptions(this);
+  CloseLanguage();
+  std::string error;
+  if (!UpdateDictionary(path, rows, error)) ReportError(error, "UpdateDictionary");
+  OpenLanguage(path, gSettings.Language);
+}
+
+void frmMain::mnuHlpAbout_Click() {
+  QMessageBox::about(this, Q(PROGRAM_TITLE),
+                     QString("<b>%1</b><br>Version %2.%3.%4<br><br>Design and analysis of experiments.")
+                         .arg(PROGRAM_TITLE)
+                         .arg(KESTROW_VERSION_MAJOR)
+                         .arg(KESTROW_VERSION_MINOR)
+                         .arg(KESTROW_VERSION_PATCH));
+}
+
+void frmMain::ToolsFlipTree() {
+  bool show = !sstv1->isVisible();
+  sstv1->setVisible(show);
+  QAction* a = Action("tbTreeYes");
+  a->setToolTip(Tr(show ? "TreeNo" : "TreeYes"));
+}
+
+void frmMain::ToolsToggle() {
+  // Between the data grid and what else the pane shows.
+  if (PaneName() == "Data") {
+    NodeClick(gStudy ? gStudy->sKey : "P");
+  } else if (gStudy) {
+    NodeClick("d" + gStudy->sKey.substr(1));
+  }
+}
+
+void frmMain::ToolsCueCard() {
+  // The card of what is on show.
+  NodeRef ref = ParseNodeKey(gsKey);
+  std::string tag;
+  switch (ref.kind) {
+    case 'P': tag = "Problem"; break;
+    case 'f': case 'w': tag = "Factor"; break;
+    case 'v': case 'x': tag = "RespVar"; break;
+    case 's': tag = "Study"; break;
+    case 'd': tag = "Data"; break;
+    case 'z': tag = AnalysisTag(ref.number); break;
+    default: tag = "Problem"; break;
+  }
+  ShowCueCard(tag, this);
+}
+
+}  // namespace kestrow

@@ -1,0 +1,139 @@
+// Whether an analysis can run, and whether it is set up, for the states a
+// study can be in.
+#include <gtest/gtest.h>
+
+#include "analyses/Availability.h"
+#include "core/TestSupport.h"
+#include "data/Statistics.h"
+
+namespace kestrow {
+namespace {
+
+using test::Sample;
+using test::ScopedUi;
+
+class AvailabilityTest : public ::testing::Test {
+ protected:
+  std::string Reason(Study& s, int code) {
+    stats.Compute(s);
+    return AnalysisUnavailableReason(s, stats, code);
+  }
+  bool IsSetUp(Study& s, int code) {
+    stats.Compute(s);
+    return IsAnalysisSetUp(s, stats, code);
+  }
+  ScopedUi ui;
+  Statistics stats;
+};
+
+void WipeData(Study& s) {
+  for (int rv = 1; rv <= s.StudyRespVars.Count(); ++rv)
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(rv, run, rep, MISSING_VALUE);
+}
+
+TEST_F(AvailabilityTest, ACompleteStudyCanRunTheAnalysesOfItsData) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  for (int code : {1, 2, 3, 4, 5, 6, 7, 8, 15}) EXPECT_EQ(Reason(s, code), "") << code;
+  EXPECT_EQ(Reason(s, 9), "You must setup the Regression Equation first");
+  EXPECT_EQ(Reason(s, 10), "You must compute a Regression Equation first");
+  EXPECT_EQ(Reason(s, 14), "You must compute a Regression Equation first");
+  EXPECT_EQ(Reason(s, 13), "Before you can perform this analysis you need to setup the ANOVA parameters");
+}
+
+TEST_F(AvailabilityTest, NoDataRefusesWithTheDataReasonAndANOMFirstWithItsOwn) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  WipeData(s);
+  EXPECT_EQ(Reason(s, 1), "Cannot perform ANOM without a complete data set");
+  for (int code : {4, 5, 6, 7, 15, 10}) EXPECT_EQ(Reason(s, code), "There is no data - cannot perform this analysis") << code;
+  EXPECT_EQ(Reason(s, 2), "At least one full replication is missing - cannot perform ANOVA");
+}
+
+TEST_F(AvailabilityTest, AMissingCellStopsANOMButNotANOVAWhileEveryRunHasAValue) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.SetData(1, 3, 2, MISSING_VALUE);
+  EXPECT_EQ(Reason(s, 1), "Cannot perform ANOM without a complete data set");
+  EXPECT_EQ(Reason(s, 2), "");
+  s.SetData(1, 3, 1, MISSING_VALUE);  // run 3 has nothing now
+  EXPECT_EQ(Reason(s, 2), "At least one full replication is missing - cannot perform ANOVA");
+}
+
+TEST_F(AvailabilityTest, CentralCompositeDesignsRefuseTheDesignBoundPlots) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.iDesFlag |= DES_CODED;
+  for (int code : {1, 4, 5, 6}) EXPECT_EQ(Reason(s, code), "Analysis is not available for Central Composite Designs");
+}
+
+TEST_F(AvailabilityTest, RegressionNeedsAQuantitativeFactor) {
+  auto p = Sample("SupplierQualification");  // one discrete factor
+  EXPECT_EQ(Reason(p->Studies(1), 7), "There are no quantitative factors - cannot perform regression");
+}
+
+TEST_F(AvailabilityTest, PairwiseNeedsBalanceAndMoreThanOneReplication) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.SetData(1, 2, 1, MISSING_VALUE);
+  EXPECT_EQ(Reason(s, 8), "Cannot perform a Pairwise Comparison when the study is unbalanced");
+  s.iReps = 1;
+  s.SetDataArrayPreserve();
+  EXPECT_EQ(Reason(s, 8), "The number of replications must be greater than 1 to perform this analysis");
+  EXPECT_EQ(Reason(s, 3), "The number of replications must be greater than 1 to perform residuals analysis");
+  s.iDesFlag |= DES_BLOCKED;
+  EXPECT_EQ(Reason(s, 3), "");  // a blocked design is not asked
+}
+
+TEST_F(AvailabilityTest, SurfacesNeedATermsAndTwoFactors) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.REGRESS_Rterms.Add(Rterm{"1", 1, 1});
+  EXPECT_EQ(Reason(s, 11), "You need at least two factors to use this analysis");
+  s.REGRESS_Rterms.Add(Rterm{"2", 1, 1});
+  EXPECT_EQ(Reason(s, 11), "");
+  EXPECT_EQ(Reason(s, 14), "");
+}
+
+TEST_F(AvailabilityTest, ScreeNeedsThreeContrasts) {
+  auto p = Sample("PlasmaEtch");
+  Study& s = p->Studies(1);
+  s.ANOVA_sRVkey = "v1";
+  EXPECT_EQ(Reason(s, 13), "");
+  while (s.Contrasts.Count() > 2) s.Contrasts.Remove(s.Contrasts.Count());
+  EXPECT_EQ(Reason(s, 13), "There are less than 3 contrasts - cannot perform analysis");
+}
+
+TEST_F(AvailabilityTest, SetUpFollowsTheStoredSettingsOfEachAnalysis) {
+  auto p = Sample("CatalystTrial");
+  Study& s = p->Studies(1);
+  EXPECT_TRUE(IsSetUp(s, 2));  // the sample stores Yield, whose every run has a value
+  s.ANOVA_sRVkey = "";
+  EXPECT_FALSE(IsSetUp(s, 2));
+  s.ANOVA_sRVkey = "v1";
+  s.ANOVA_fAlpha = 0;
+  EXPECT_FALSE(IsSetUp(s, 2));
+  s.ANOVA_fAlpha = 0.05f;
+  s.ANOVA_sRVkey = "v2*";  // the transformed form: Impurity run 6 has two values
+  EXPECT_TRUE(IsSetUp(s, 2));
+  EXPECT_FALSE(IsSetUp(s, 13));
+  s.ANOVA_sCharts = "1";
+  EXPECT_TRUE(IsSetUp(s, 13));
+
+  s.ANOM_sRVkey = "v1";  // Yield has an excluded cell: not complete
+  s.ANOM_sCharts = "1";
+  EXPECT_FALSE(IsSetUp(s, 1));
+  s.FXPLOT_sRVkey = "v1";
+  EXPECT_FALSE(IsSetUp(s, 4));
+  s.FXPLOT_sF1Key = "f1";
+  EXPECT_TRUE(IsSetUp(s, 4));
+  s.MMP_sRVkey = "v9";  // not a response of the study
+  EXPECT_FALSE(IsSetUp(s, 6));
+  EXPECT_TRUE(IsSetUp(s, 12));  // codes without conditions are set up
+  EXPECT_TRUE(IsSetUp(s, 15));
+  EXPECT_FALSE(IsSetUp(s, 14));
+}
+
+}  // namespace
+}  // namespace kestrow

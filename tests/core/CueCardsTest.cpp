@@ -1,0 +1,78 @@
+// Cue cards: check values, edited cards, missing tags, and the reset.
+#include <gtest/gtest.h>
+
+#include "core/CueCards.h"
+#include "core/TestSupport.h"
+
+namespace kestrow {
+namespace {
+
+using test::ReadFile;
+using test::TempDir;
+using test::WriteFile;
+
+TEST(CueCards, TheCheckValueWeighsEachCharacterByItsPosition) {
+  EXPECT_EQ(CueCardCheckValue(""), 0);
+  EXPECT_EQ(CueCardCheckValue("A"), 65 - 31);
+  EXPECT_EQ(CueCardCheckValue("AB"), (65 - 31) * 1 + (66 - 31) * 2);
+  EXPECT_EQ(CueCardCheckValue("\t"), 9 - 31);
+}
+
+TEST(CueCards, EveryShippedCardIsTrueToItsCheckValue) {
+  std::string file = std::string(KESTROW_RESOURCES) + "/CueCards.TXT";
+  std::string text = ReadFile(file);
+  int cards = 0;
+  for (std::size_t at = text.find('!'); at != std::string::npos; at = text.find("\n!", at + 1)) {
+    std::size_t start = text[at] == '!' ? at : at + 1;
+    std::size_t comma = text.find(',', start);
+    std::size_t eol = text.find_first_of("\r\n", start);
+    if (comma == std::string::npos || comma > eol) continue;  // "!EOF"
+    std::string tag = text.substr(start + 1, comma - start - 1);
+    CueCard card = ReadCueCard(file, tag);
+    EXPECT_TRUE(card.found) << tag;
+    EXPECT_FALSE(card.edited) << tag;
+    ++cards;
+  }
+  EXPECT_GE(cards, 40);
+  EXPECT_LE(cards, 50);
+  for (const char* tag : {"DW01", "DW01b", "DW01c", "DW02", "DW03", "DW03n", "DW04", "DW04n", "DW05", "DW05n", "DW06",
+                          "DW07", "DW07a", "DW08", "DW09", "DW10", "DW10a", "DW11", "DW11a", "DW11b", "DW12", "DW13",
+                          "DW14", "frmAPR", "frmCalculator", "Data", "ANOVA"})
+    EXPECT_TRUE(ReadCueCard(file, tag).found) << tag;
+}
+
+TEST(CueCards, AnEditedCardSaysSoUntilTheResetAndAMissingTagShowsNothing) {
+  TempDir dir;
+  std::string file = dir / "CueCards.TXT";
+  WriteFile(file, "!ONE,0000\nTitle\nFirst line\n\nSecond paragraph\n!TWO,0000\nOther\nText\n!EOF\n");
+  std::string error;
+  ASSERT_TRUE(AdminResetCueCards(file, error)) << error;
+  CueCard card = ReadCueCard(file, "ONE");
+  ASSERT_TRUE(card.found);
+  EXPECT_FALSE(card.edited);
+  EXPECT_EQ(card.title, "Title");
+  EXPECT_EQ(card.text, "First line \n\n Second paragraph ");
+
+  std::string text = ReadFile(file);
+  text.replace(text.find("First"), 5, "Frist");  // same letters, other places
+  WriteFile(file, text);
+  EXPECT_TRUE(ReadCueCard(file, "ONE").edited);
+  EXPECT_FALSE(ReadCueCard(file, "TWO").edited);
+  EXPECT_FALSE(ReadCueCard(file, "THREE").found);
+  ASSERT_TRUE(AdminResetCueCards(file, error));
+  EXPECT_FALSE(ReadCueCard(file, "ONE").edited);
+  EXPECT_EQ(ReadCueCard(file, "ONE").text.substr(0, 5), "Frist");
+}
+
+TEST(CueCards, TheStoredValueIsFourHexadecimalDigitsOfTheSum) {
+  TempDir dir;
+  std::string file = dir / "c.TXT";
+  // Title "AB" sums to 104 = 0x0068, and one text line "A" adds 34: 0x008A.
+  WriteFile(file, "!T,008A\nAB\nA\n!EOF\n");
+  EXPECT_FALSE(ReadCueCard(file, "T").edited);
+  WriteFile(file, "!T,008B\nAB\nA\n!EOF\n");
+  EXPECT_TRUE(ReadCueCard(file, "T").edited);
+}
+
+}  // namespace
+}  // namespace kestrow

@@ -1,0 +1,279 @@
+// The main window's rules without the window: the save question, opening,
+// deleting and locking, the tree, and the factor and response dialogs.
+#include <gtest/gtest.h>
+
+#include "core/FactorForm.h"
+#include "core/Language.h"
+#include "core/MainCommands.h"
+#include "core/Paths.h"
+#include "core/ProblemTree.h"
+#include "core/RVForm.h"
+#include "core/Startup.h"
+#include "core/TestSupport.h"
+
+namespace kestrow {
+namespace {
+
+using test::ReadFile;
+using test::Sample;
+using test::ScopedUi;
+using test::TempDir;
+using test::WriteFile;
+
+class CommandsTest : public ::testing::Test {
+ protected:
+  void SetUp() override { OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English"); }
+  void TearDown() override { CloseLanguage(); }
+  ScopedUi ui;
+  TempDir dir;
+};
+
+TEST_F(CommandsTest, SaveLogicAsksOnlyWhenChangedAndCancelStopsTheClose) {
+  CreateNew();
+  EXPECT_TRUE(SaveLogic());
+  EXPECT_TRUE(ui->messages.empty());
+  gProblem->bChanged = true;
+  ui->answers = {Answer::Cancel};
+  EXPECT_FALSE(SaveLogic());
+  ui->answers = {Answer::No};
+  EXPECT_TRUE(SaveLogic());
+  EXPECT_EQ(ui->messages.back().text, "Current file has changed. Do you wish to save the changes?");
+}
+
+TEST_F(CommandsTest, SaveLogicOfAnUntitledProblemGoesThroughTheSaveDialog) {
+  CreateNew();
+  gProblem->bChanged = true;
+  ui->answers = {Answer::Yes};  // and the dialog is cancelled: the close goes on unsaved
+  EXPECT_TRUE(SaveLogic());
+  EXPECT_TRUE(gProblem->bChanged);
+  ui->answers = {Answer::Yes};
+  ui->savePaths = {dir / "named"};
+  EXPECT_TRUE(SaveLogic());
+  EXPECT_FALSE(gProblem->bChanged);
+  EXPECT_EQ(gProblem->sPathFileName, dir / "named.KSW");
+  Problem back;
+  EXPECT_TRUE(back.Load(dir / "named.KSW"));
+}
+
+TEST_F(CommandsTest, AFailedSaveInSaveLogicKeepsTheCloseFromGoingOn) {
+  gProblem = Sample("PlasmaEtch");
+  gProblem->sPathFileName = "/nonexistent/folder/p.KSW";
+  gProblem->bChanged = true;
+  ui->answers = {Answer::Yes};
+  EXPECT_FALSE(SaveLogic());
+  EXPECT_EQ(ui->messages.back().text, "Error saving file /nonexistent/folder/p.KSW");
+}
+
+TEST_F(CommandsTest, OpenReplacesTheProblemOnlyOnSuccessAndRemembersTheFile) {
+  std::string good = std::string(KESTROW_SAMPDATA) + "/PlasmaEtch.KSW";
+  ASSERT_TRUE(OpenKSTFile(good));
+  EXPECT_EQ(gProblem->sName, "Plasma etch");
+  EXPECT_EQ(gSettings.RecentFile[1], good);
+  EXPECT_EQ(gSettings.DataDir, KESTROW_SAMPDATA);
+  WriteFile(dir / "bad.KSW", "nonsense");
+  EXPECT_FALSE(OpenKSTFile(dir / "bad.KSW"));
+  EXPECT_EQ(gProblem->sName, "Plasma etch");
+  EXPECT_EQ(ui->messages.back().text, dir / "bad.KSW" + "\n" + GetText("MNerr8"));
+  EXPECT_EQ(MainTitle(), "Kestrow for Windows - PlasmaEtch.KSW");
+}
+
+TEST_F(CommandsTest, DeletingAFactorKeepsTheLockedStudiesThatUseIt) {
+  gProblem = Sample("PlasmaEtch");
+  Study copy = gProblem->Studies(1);
+  copy.sKey = "s2";
+  copy.LockMe();
+  gProblem->AddStudy(std::move(copy));
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(DeleteFactor("f1"));
+  EXPECT_EQ(ui->messages.back().kind, "warn");
+  EXPECT_EQ(gProblem->Studies.Count(), 1);
+  EXPECT_EQ(gProblem->Studies(1).sKey, "s2");
+  EXPECT_EQ(gProblem->Studies(1).GetFactorName(1), "Power");  // its own copy
+  EXPECT_TRUE(gProblem->bChanged);
+}
+
+TEST_F(CommandsTest, AnUnusedFactorIsAskedAboutWithAPlainQuestionAndNoKeepsIt) {
+  gProblem = Sample("PlasmaEtch");
+  Factor spare;
+  spare.sKey = "f9";
+  spare.sName = "Spare";
+  gProblem->Factors.Add(spare, "f9");
+  EXPECT_FALSE(DeleteFactor("f9"));
+  EXPECT_EQ(ui->messages.back().kind, "yesno");
+  EXPECT_TRUE(gProblem->Factors.Find("f9"));
+}
+
+TEST_F(CommandsTest, DeletingAResponseAndAStudy) {
+  gProblem = Sample("CatalystTrial");
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(DeleteRespVar("v2"));
+  EXPECT_EQ(gProblem->Studies.Count(), 0);
+  gProblem = Sample("PlasmaEtch");
+  gStudy = &gProblem->Studies(1);
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(DeleteStudy("s1"));
+  EXPECT_EQ(gStudy, nullptr);
+  EXPECT_EQ(gProblem->GetNextNode("s"), "s1");
+}
+
+TEST_F(CommandsTest, LockingAStudyWithMissingDataAsksTwice) {
+  gProblem = Sample("CatalystTrial");
+  ui->answers = {Answer::Yes, Answer::No};
+  EXPECT_FALSE(LockStudy("s1"));
+  EXPECT_FALSE(gProblem->Studies(1).IsLocked());
+  ui->answers = {Answer::Yes, Answer::Yes};
+  EXPECT_TRUE(LockStudy("s1"));
+  EXPECT_TRUE(gProblem->Studies(1).IsLocked());
+  EXPECT_FALSE(LockStudy("s1"));  // one way only
+}
+
+TEST_F(CommandsTest, TheTreeHasANodeForEverythingAndMarksALockedStudy) {
+  gProblem = Sample("SupplierQualification");
+  auto tree = ProblemToTree(*gProblem);
+  auto find = [&](const std::string& key) -> const TreeNode* {
+    for (const TreeNode& n : tree)
+      if (n.key == key) return &n;
+    return nullptr;
+  };
+  ASSERT_TRUE(find("P"));
+  EXPECT_EQ(find("P")->caption, "Supplier qualification");
+  ASSERT_TRUE(find("s1"));
+  EXPECT_EQ(find("s1")->icon, "lock");
+  EXPECT_EQ(find("w1+f1")->parent, "w1");
+  EXPECT_EQ(find("w1+f1")->caption, "Supplier");
+  EXPECT_EQ(find("z1+2")->caption, GetText("ANOVA"));
+  EXPECT_EQ(find("e1+4")->caption, GetText("Datawk"));
+  gSettings.TreeIcons = false;
+  tree = ProblemToTree(*gProblem);
+  EXPECT_EQ(find("s1")->icon, "study");
+  EXPECT_EQ(find("s1")->caption, "Qualification lot 1 [" + GetText("Locked") + "]");
+}
+
+TEST_F(CommandsTest, AnUnstructuredStudyOffersNoneOfTheFirstEightAnalyses) {
+  Study s;
+  EXPECT_EQ(AnalysisNodes(s).size(), 14u);
+  s.iDesFlag = DES_UNSTRUCTURED;
+  EXPECT_EQ(AnalysisNodes(s), (std::vector<int>{15, 7, 14, 9, 10, 11}));
+}
+
+TEST_F(CommandsTest, NodeKeysNameTheirStudyAndDetail) {
+  NodeRef r = ParseNodeKey("z12+13");
+  EXPECT_EQ(r.kind, 'z');
+  EXPECT_EQ(r.studyKey, "s12");
+  EXPECT_EQ(r.number, 13);
+  r = ParseNodeKey("w3+f2");
+  EXPECT_EQ(r.studyKey, "s3");
+  EXPECT_EQ(r.detail, "f2");
+  r = ParseNodeKey("d7");
+  EXPECT_EQ(r.studyKey, "s7");
+  EXPECT_EQ(ParseNodeKey("f4").studyKey, "");
+}
+
+TEST_F(CommandsTest, FactorDialogChecksInOrderAndStoresACleanFactor) {
+  gProblem = Sample("PlasmaEtch");
+  FactorForm form;
+  form.Begin(EditMode::New);
+  EXPECT_EQ(form.key, "f4");
+  Factor out;
+  EXPECT_EQ(form.ValidateForm(out), GetText("Ferr1"));
+  form.txtName = "Gap";
+  EXPECT_EQ(form.ValidateForm(out), GetText("WIZerr3"));
+  form.txtName = "Pressure";
+  form.grdLevels[0].value = "200";
+  EXPECT_EQ(form.ValidateForm(out), GetText("WIZerr4"));
+  form.grdLevels[1].value = "1000000";
+  EXPECT_EQ(form.ValidateForm(out), SubstituteCopy(GetText("Ferr4"), "6"));
+  form.grdLevels[1].value = "high";
+  EXPECT_EQ(form.ValidateForm(out), GetText("Ferr5"));
+  form.grdLevels[1].value = "2e2";
+  EXPECT_EQ(form.ValidateForm(out), GetText("WIZerr5"));  // 2e2 is 200 again
+  form.grdLevels[1].value = "150.0";
+  form.grdLevels[1].coding = "min";
+  EXPECT_EQ(form.ValidateForm(out), "");
+  EXPECT_EQ(out.Levels(1).sName, "150");  // sorted, and the float's text
+  EXPECT_EQ(out.Levels(1).fCode, TARGET_MIN);
+  bool stored;
+  EXPECT_EQ(form.OK(stored), "");
+  EXPECT_TRUE(stored);
+  EXPECT_TRUE(gProblem->Factors.Find("f4"));
+}
+
+TEST_F(CommandsTest, CopyingAFactorPrefixesItsDescriptionAndNeedsANewName) {
+  gProblem = Sample("PlasmaEtch");
+  FactorForm form;
+  form.Begin(EditMode::Copy, "f1");
+  EXPECT_EQ(form.key, "f4");
+  EXPECT_EQ(form.txtDesc, GetText("Copyof") + "RF power");
+  EXPECT_EQ(form.grdLevels[0].value, "275");
+  Factor out;
+  EXPECT_EQ(form.ValidateForm(out), GetText("WIZerr3"));
+}
+
+TEST_F(CommandsTest, EditingAFactorInUseAsksAndNoKeepsItAsItWas) {
+  gProblem = Sample("PlasmaEtch");
+  FactorForm form;
+  form.Begin(EditMode::Edit, "f1");
+  form.txtName = "RF power";
+  ui->answers = {Answer::No};
+  bool stored;
+  EXPECT_EQ(form.OK(stored), "");
+  EXPECT_FALSE(stored);
+  EXPECT_EQ(gProblem->Factors.Find("f1")->sName, "Power");
+  ui->answers = {Answer::Yes};
+  form.OK(stored);
+  EXPECT_TRUE(stored);
+  EXPECT_EQ(gProblem->Factors.Find("f1")->sName, "RF power");
+  EXPECT_EQ(gProblem->Studies(1).GetFactorName(1), "RF power");
+}
+
+TEST_F(CommandsTest, ResponseDialogChecksNameAndTarget) {
+  gProblem = Sample("PlasmaEtch");
+  RVForm form;
+  form.Begin(EditMode::New);
+  RespVar out;
+  EXPECT_EQ(form.RVOK(out), GetText("Ferr1"));
+  form.txtName = "Etch rate";
+  EXPECT_EQ(form.RVOK(out), GetText("WIZerr8"));
+  form.txtName = "Uniformity";
+  form.txtTarget = "best";
+  EXPECT_EQ(form.RVOK(out), GetText("WIZerr9"));
+  form.txtTarget = " max ";
+  EXPECT_EQ(form.RVOK(out), "");
+  EXPECT_EQ(out.fTarget, TARGET_MAX);
+  form.txtTarget = "";
+  EXPECT_EQ(form.RVOK(out), "");
+  EXPECT_EQ(out.fTarget, MISSING_VALUE);
+}
+
+TEST_F(CommandsTest, StartUpEndsWithoutTheLanguageOrTheDesignsButWritesTheSettings) {
+  setenv("KESTROW_CONFIG_DIR", dir.str().c_str(), 1);
+  SetProgramFolder(dir.str());  // a program folder with no databases
+  EXPECT_FALSE(StartUp(""));
+  EXPECT_NE(ui->messages.back().text.find("[Main]"), std::string::npos);
+  EXPECT_TRUE(FileExists(dir / "KestWin.INI"));
+
+  // With the language but without the design catalogue.
+  std::filesystem::copy_file(std::string(KESTROW_BIN) + "/KSTlang.MDB", dir / "KSTlang.MDB");
+  EXPECT_FALSE(StartUp(""));
+  EXPECT_EQ(ui->messages.back().text, "Cannot locate designs database, DESIGNS.MDB");
+
+  std::filesystem::copy_file(std::string(KESTROW_BIN) + "/DESIGNS.MDB", dir / "DESIGNS.MDB");
+  ui->messages.clear();
+  EXPECT_TRUE(StartUp("-ADMIN /data/Run.KSW"));
+  EXPECT_TRUE(gbAdmin);
+  EXPECT_EQ(gsCommandFile, "/data/Run.KSW");
+  SetProgramFolder("");
+  unsetenv("KESTROW_CONFIG_DIR");
+}
+
+TEST_F(CommandsTest, TheTextEditorAdviceNamesWhatIsWrong) {
+  gSettings.TextEd = "";
+  EXPECT_EQ(TextEditorAdvice().rfind("No text editor is defined.  You will not", 0), 0u);
+  gSettings.TextEd = "/no/such/editor";
+  EXPECT_EQ(TextEditorAdvice().rfind("The file '/no/such/editor' cannot be found.  You will not", 0), 0u);
+  gSettings.TextEd = "/bin/sh";
+  EXPECT_EQ(TextEditorAdvice(), "");
+}
+
+}  // namespace
+}  // namespace kestrow

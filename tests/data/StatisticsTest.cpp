@@ -1,0 +1,112 @@
+// Run statistics: per-run figures, the decimal route of the sums, and the
+// completeness flags with their deliberate carry-over between responses.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/Study.h"
+#include "core/TestSupport.h"
+#include "data/Statistics.h"
+
+namespace kestrow {
+namespace {
+
+// A study of one or more responses and the given runs of replications; each
+// entry of `values` is a run's replicates, MISSING_VALUE for an empty cell.
+Study Make(const std::vector<std::vector<std::vector<float>>>& values) {
+  Study s;
+  s.sDesignName = "test";
+  s.iNumRuns = static_cast<std::int16_t>(values[0].size());
+  s.iReps = static_cast<std::int16_t>(values[0][0].size());
+  for (std::size_t rv = 0; rv < values.size(); ++rv)
+    s.StudyRespVars.Add(StudyRespVar{"v" + std::to_string(rv + 1), 0, 0, 0});
+  s.SetDataArray();
+  for (std::size_t rv = 0; rv < values.size(); ++rv)
+    for (std::size_t run = 0; run < values[rv].size(); ++run)
+      for (std::size_t rep = 0; rep < values[rv][run].size(); ++rep)
+        s.SetData(int(rv + 1), int(run + 1), int(rep + 1), values[rv][run][rep]);
+  return s;
+}
+
+const float M = MISSING_VALUE;
+
+TEST(Statistics, PerRunFiguresOfAnOrdinaryStudy) {
+  Statistics st;
+  ASSERT_TRUE(st.Compute(Make({{{1, 3}, {2, 2}, {5, 9}}})));
+  EXPECT_EQ(st.SampAvg(1, 1), 2.0f);
+  EXPECT_EQ(st.SampRng(3, 1), 4.0f);
+  EXPECT_FLOAT_EQ(st.SampSig(1, 1), std::sqrt(2.0f));
+  EXPECT_EQ(st.SampRng(2, 1), 0.0f);  // two equal observations: 0, never a negative root
+  EXPECT_EQ(st.SampSig(2, 1), 0.0f);
+  EXPECT_EQ(st.ObsGoodPerRun(3, 1), 2);
+  EXPECT_EQ(st.GoodObs(1), 6);
+  EXPECT_EQ(st.GoodSamps(1), 3);
+  EXPECT_FLOAT_EQ(st.AvgAvg(1), 22.0f / 6);
+  EXPECT_FLOAT_EQ(st.RngAvg(1), (2 + 0 + 4) / 3.0f);
+  EXPECT_EQ(st.ObsMin(1), 1.0f);
+  EXPECT_EQ(st.ObsMax(1), 9.0f);
+  EXPECT_EQ(st.flag(1), STATS_COMPLETE | STATS_BALANCED);
+  EXPECT_EQ(st.MaxAvg(1), 7.0f);
+  EXPECT_EQ(st.MinAvg(1), 2.0f);
+  EXPECT_EQ(st.MaxRng(1), 4.0f);
+  EXPECT_GT(st.SigInd(1), 0.0f);
+}
+
+TEST(Statistics, SumsTakeTheDecimalValueSoTenTimesPointOneAveragesToPointOne) {
+  Statistics st;
+  st.Compute(Make({{{0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f}}}));
+  EXPECT_EQ(st.SampAvg(1, 1), 0.1f);
+}
+
+TEST(Statistics, OneObservationGivesAnAverageButEnlargesTheDivisorOfTheAverageRange) {
+  Statistics st;
+  st.Compute(Make({{{1, 3}, {5, M}}}));
+  EXPECT_EQ(st.SampAvg(2, 1), 5.0f);
+  EXPECT_EQ(st.SampRng(2, 1), MISSING_VALUE);
+  EXPECT_EQ(st.SampSig(2, 1), MISSING_VALUE);
+  EXPECT_EQ(st.ObsGoodPerRun(2, 1), 1);
+  EXPECT_EQ(st.RngAvg(1), 1.0f);  // 2 over two runs, not over one
+  EXPECT_EQ(st.flag(1) & STATS_COMPLETE, 0);
+}
+
+TEST(Statistics, AllCellsMissingLeavesFlagSix) {
+  Statistics st;
+  st.Compute(Make({{{M, M}, {M, M}}}));
+  EXPECT_EQ(st.flag(1), STATS_NO_DATA | STATS_BALANCED);
+  EXPECT_EQ(st.ObsMin(1), TARGET_MAX);
+  EXPECT_EQ(st.ObsMax(1), TARGET_MIN);
+  EXPECT_EQ(st.AvgAvg(1), 0.0f);
+  EXPECT_EQ(st.MaxRng(1), TARGET_MIN);
+}
+
+TEST(Statistics, CountsFiveZeroFiveClearBalanceOnlyAtTheZero) {
+  Statistics st;
+  st.Compute(Make({{{1, 1, 1, 1, 1}, {M, M, M, M, M}, {2, 2, 2, 2, 2}}}));
+  EXPECT_EQ(st.flag(1) & STATS_BALANCED, 0);
+  Statistics balanced;
+  balanced.Compute(Make({{{M, M}, {1, 2}, {3, 4}}}));
+  // 0 then 2: the remembered count was 0, so the change does not count.
+  EXPECT_NE(balanced.flag(1) & STATS_BALANCED, 0);
+}
+
+TEST(Statistics, TheLastCountOfOneResponseIsComparedWithTheFirstOfTheNext) {
+  Statistics st;
+  st.Compute(Make({{{1, 2}, {3, 4}}, {{5, M}, {6, M}}}));
+  EXPECT_NE(st.flag(1) & STATS_BALANCED, 0);
+  EXPECT_EQ(st.flag(2) & STATS_BALANCED, 0);  // 2 before it, 1 now
+}
+
+TEST(Statistics, ComputeRVReadsTheConfiguredResponseThroughItsTransform) {
+  Study s = Make({{{9, 99}}, {{1, 2}}});
+  s.StudyRespVars(1).iType = 1;
+  s.StudyRespVars(1).fParam1 = 1;
+  s.ConfigureRV("v1*");
+  Statistics st;
+  st.ComputeRV(s);
+  EXPECT_FLOAT_EQ(st.SampAvgRV(1), 1.5f);  // log10(10) and log10(100)
+  EXPECT_EQ(st.CountRVs(), 1);
+  EXPECT_EQ(st.SigInd(1), 0.0f);  // not filled by ComputeRV
+}
+
+}  // namespace
+}  // namespace kestrow
