@@ -9,7 +9,9 @@ void DataGridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) 
   editing_ = index;
   auto* line = qobject_cast<QLineEdit*>(editor);
   if (line && StartText) {
+    // The cell's text, selected: typing replaces it, the arrows keep it.
     line->setText(StartText(index.row(), index.column()));
+    line->selectAll();
     return;
   }
   QStyledItemDelegate::setEditorData(editor, index);

@@ -61,7 +61,9 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), dataGrid_(grid_) {
   grdMain->horizontalHeader()->hide();
   grdMain->verticalHeader()->hide();
   grdMain->setSelectionMode(QAbstractItemView::SingleSelection);
-  grdMain->setEditTriggers(QAbstractItemView::SelectedClicked | QAbstractItemView::DoubleClicked |
+  // A cell's edit begins as soon as it becomes current, so a click or Enter
+  // leaves the user typing into the cell at once.
+  grdMain->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked |
                            QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
   grdMain->verticalHeader()->setDefaultSectionSize(grdMain->fontMetrics().height() + 8);
   chartPane_ = new QLabel(pane_);
