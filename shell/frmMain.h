@@ -86,9 +86,6 @@ class frmMain : public QMainWindow {
   void AddEditFactor(int mode);
   void AddEditRV(int mode);
 
-  // The node the context menu belongs to.
-  std::string gsNodeForTest;
-
  protected:
   void closeEvent(QCloseEvent* event) override;
 

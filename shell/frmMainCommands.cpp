@@ -183,27 +183,27 @@ std::vector<FormCaptionRow> AllCaptions(frmMain* main) {
 
 }  // namespace
 
+// Runs a dictionary command on the language database with it closed, and
+// opens it again afterwards.
+static void RewriteDictionary(frmMain* main, bool fresh, const char* procedure) {
+  std::string path = JoinPath(ProgramFolder(), "KSTlang.MDB");
+  std::vector<FormCaptionRow> rows = AllCaptions(main);
+  CloseLanguage();
+  std::string error;
+  bool ok = fresh ? BuildDictionary(path, rows, error) : UpdateDictionary(path, rows, error);
+  if (!ok) ReportError(error, procedure);
+  OpenLanguage(path, gSettings.Language);
+}
+
 void frmMain::mnuAdminDictionary_Click() {
   if (!WarnYesNo("This makes a new and incomplete language database, KSTlang.MDB, with the captions of the "
                  "forms and no message texts. Forms will report errors as they load; answer them with OK. "
                  "Go on?"))
     return;
-  std::string path = JoinPath(ProgramFolder(), "KSTlang.MDB");
-  std::vector<FormCaptionRow> rows = AllCaptions(this);
-  CloseLanguage();
-  std::string error;
-  if (!BuildDictionary(path, rows, error)) ReportError(error, "BuildDictionary");
-  OpenLanguage(path, gSettings.Language);
+  RewriteDictionary(this, true, "BuildDictionary");
 }
 
-void frmMain::mnuAdminUpdate_Click() {
-  std::string path = JoinPath(ProgramFolder(), "KSTlang.MDB");
-  std::vector<FormCaptionRow> rows = AllCaptions(this);
-  CloseLanguage();
-  std::string error;
-  if (!UpdateDictionary(path, rows, error)) ReportError(error, "UpdateDictionary");
-  OpenLanguage(path, gSettings.Language);
-}
+void frmMain::mnuAdminUpdate_Click() { RewriteDictionary(this, false, "UpdateDictionary"); }
 
 void frmMain::mnuHlpAbout_Click() {
   QMessageBox::about(this, Q(PROGRAM_TITLE),

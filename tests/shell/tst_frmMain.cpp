@@ -200,7 +200,6 @@ class tst_frmMain : public QObject {
     w.Load();
     QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
     ui_->answers.push_back(Answer::Yes);
-    w.gsNodeForTest = "f2";
     gsNode = "f2";
     w.mnuPopDelete_Click();
     QVERIFY(!gProblem->Factors.Find("f2"));
