@@ -35,7 +35,7 @@ bool QtUi::WarnYesNo(const std::string& text) {
 
 Answer QtUi::YesNoCancelBox(const std::string& text) {
   auto b = QMessageBox::question(parent_, PROGRAM_TITLE, Q(text),
-                                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+                                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);
   return b == QMessageBox::Yes ? Answer::Yes : b == QMessageBox::No ? Answer::No : Answer::Cancel;
 }
 
