@@ -10,6 +10,11 @@ namespace kestrow {
 
 // The general pseudo-random source, seeded from the clock once at start.
 inline std::mt19937 gPlatformRandom;
+// Its next number in the half-open range 0 to 1, as a 32-bit float.
+inline float PlatformRnd() {
+  // 24 random bits: every value is a float below 1.
+  return static_cast<float>(gPlatformRandom() >> 8) / 16777216.0f;
+}
 // The help file, in the program folder.
 inline std::string gsHelpFile;
 

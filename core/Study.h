@@ -208,6 +208,12 @@ class Study {
 
   std::string sSequence() const { return iSequence == 0 ? "random" : "by run within rep"; }
 
+  // Gives contrast c its meaning: with a factor number, classifies it against
+  // that factor; with 0, tries the factors in order until one fits. A main
+  // contrast gets iMain and sMain ("1v2", "13v2"); one that fits no factor is
+  // an interaction, iMain 0.
+  void SetContrastMeaning(int contrast, int factor);
+
   // ---- the file -----------------------------------------------------------
   // The fewest bytes a study's block can take: every fixed field, empty
   // strings and empty collections.
