@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/Text.h"
@@ -33,7 +34,9 @@ class Collection {
   // Adds at the end. With a key already in use nothing is added and the result
   // is null.
   T* Add(T item, const std::string& key = std::string()) {
-    if (!key.empty() && IndexOf(key) != 0) return nullptr;
+    if (!key.empty()) {
+      if (!index_.emplace(LCase(key), static_cast<int>(items_.size()) + 1).second) return nullptr;
+    }
     items_.push_back(std::make_unique<T>(std::move(item)));
     keys_.push_back(key);
     return items_.back().get();
@@ -56,9 +59,8 @@ class Collection {
   // Position from 1 of the object with that key, 0 if none.
   int IndexOf(const std::string& key) const {
     if (key.empty()) return 0;
-    for (std::size_t i = 0; i < keys_.size(); ++i)
-      if (EqualsNoCase(keys_[i], key)) return static_cast<int>(i + 1);
-    return 0;
+    auto it = index_.find(LCase(key));
+    return it == index_.end() ? 0 : it->second;
   }
 
   const std::string& KeyAt(int i) const { return keys_.at(static_cast<std::size_t>(i - 1)); }
@@ -66,6 +68,7 @@ class Collection {
   void Remove(int i) {
     items_.erase(items_.begin() + (i - 1));
     keys_.erase(keys_.begin() + (i - 1));
+    Reindex();
   }
   bool Remove(const std::string& key) {
     int i = IndexOf(key);
@@ -75,6 +78,7 @@ class Collection {
   void Clear() {
     items_.clear();
     keys_.clear();
+    index_.clear();
   }
 
   // Iteration over the objects, in order.
@@ -100,10 +104,19 @@ class Collection {
     items_.reserve(other.items_.size());
     for (const auto& p : other.items_) items_.push_back(std::make_unique<T>(*p));
     keys_ = other.keys_;
+    index_ = other.index_;
+  }
+
+  // Positions follow a removal.
+  void Reindex() {
+    index_.clear();
+    for (std::size_t i = 0; i < keys_.size(); ++i)
+      if (!keys_[i].empty()) index_.emplace(LCase(keys_[i]), static_cast<int>(i + 1));
   }
 
   std::vector<std::unique_ptr<T>> items_;
   std::vector<std::string> keys_;
+  std::unordered_map<std::string, int> index_;  // lower-cased key to position from 1
 };
 
 }  // namespace kestrow

@@ -4,7 +4,9 @@
 // read back divided by 1000. That limit is the file format's own.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 
 namespace kestrow {
@@ -30,8 +32,29 @@ class Contrast {
   void SetName(int i) { sName = GetName(i); }
 
   void InitLevels(int n);
-  void fSetLevel(int run, float x);
-  float fGetLevel(int run) const;
+  // Inline: a large design packs and reads millions of coefficients.
+  void fSetLevel(int run, float x) {
+    // A value beyond a 16-bit code cannot be packed at all.
+    if (run < 1 || !(std::fabs(x) < 24000.0f)) return;
+    int code;
+    if (x == std::trunc(x)) {
+      code = static_cast<int>(x) + 8192;
+    } else {
+      // Rounded half to even, as the conversion to a 16-bit integer does.
+      code = static_cast<int>(std::nearbyint(x * 1000.0f + 8192.0f));
+    }
+    std::size_t at = static_cast<std::size_t>(2 * run - 2);
+    while (sLevels.size() < at + 2) sLevels.append("\0@", 2);  // the coefficient 0
+    sLevels[at] = static_cast<char>(code & 127);
+    sLevels[at + 1] = static_cast<char>(code / 128);
+  }
+  float fGetLevel(int run) const {
+    std::size_t at = static_cast<std::size_t>(2 * run - 2);
+    if (run < 1 || sLevels.size() < at + 2) return 0.0f;
+    int v = static_cast<unsigned char>(sLevels[at]) + static_cast<unsigned char>(sLevels[at + 1]) * 128 - 8192;
+    if (std::abs(v) < 100) return static_cast<float>(v);
+    return static_cast<float>(v) / 1000.0f;
+  }
 
   // sMain in words: each digit the name of that level of factor iMain of the
   // study, ", " between two names, "v" as " v ".

@@ -140,6 +140,16 @@ class Study {
   int ArrayRuns() const { return nRuns_; }
   int ArrayReps() const { return nReps_; }
 
+  // ---- run order ----------------------------------------------------------
+  // A fresh random permutation of the treatments in every replication.
+  void Randomise();
+  // Every replication in treatment order.
+  void UnRandomise();
+  // The treatments sorted so that the first factor varies fastest.
+  void SetYatesOrder();
+  // Treatment at position i of the Yates order; 0 outside it.
+  std::int16_t GetYatesRun(int i) const;
+
   // ---- the configured response variable -----------------------------------
   void ConfigureRV(const std::string& key);
   // The configured response's value, through its transform when the key had
@@ -242,6 +252,9 @@ class Study {
   int nRV_ = -1;  // -1: never allocated
   int nRuns_ = 0;
   int nReps_ = 0;
+
+  // The Yates order, yatesOrder_[1] to yatesOrder_[iNumRuns]; not saved.
+  std::vector<std::int16_t> yatesOrder_;
 
   // State of ConfigureRV.
   int iConfRV_ = 0;

@@ -152,7 +152,7 @@ void frmMain::BuildMenus() {
   };
   QMenu* file = menu("mnuFile", "&File");
   AddAction(file, "mnuFileNew", "&New", &frmMain::mnuFileNew_Click)->setShortcut(QKeySequence::New);
-  AddAction(file, "mnuNewWizard", "New with &Wizard...");
+  AddAction(file, "mnuNewWizard", "New with &Wizard...", &frmMain::NewWizard);
   AddAction(file, "mnuFileOpen", "&Open...", &frmMain::mnuFileOpen_Click)->setShortcut(QKeySequence::Open);
   AddAction(file, "mnuFileSave", "&Save", &frmMain::mnuFileSave_Click)->setShortcut(QKeySequence::Save);
   AddAction(file, "mnuFileSaveAs", "Save &As...", &frmMain::mnuFileSaveAs_Click);
@@ -185,7 +185,8 @@ void frmMain::BuildMenus() {
   QMenu* tools = menu("mnuTools", "&Tools");
   AddAction(tools, "mnuNewF", "New &Factor...", &frmMain::mnuNewF_Click);
   AddAction(tools, "mnuNewRV", "New &Response Variable...", &frmMain::mnuNewRV_Click);
-  AddAction(tools, "mnuNewS", "New &Study...");
+  AddAction(tools, "mnuNewS", "New &Study...", nullptr)->setEnabled(true);
+  connect(Action("mnuNewS"), &QAction::triggered, this, [this] { AddEditStudy(1); });
   tools->addSeparator();
   AddAction(tools, "mnuRunCheck", "Run &Check...");
   AddAction(tools, "mnuRankOrder", "Ran&k Order of Runs...");
@@ -194,8 +195,8 @@ void frmMain::BuildMenus() {
   AddAction(tools, "mnuToolsPrefs", "&Preferences...");
 
   QMenu* study = menu("mnuStudy", "&Study");
-  for (auto [name, caption] : {std::pair{"mnuStudyRandomise", "&Run Order..."},
-                               {"mnuStudyTransform", "&Transform Data..."},
+  AddAction(study, "mnuStudyRandomise", "&Run Order...", &frmMain::mnuStudyRandomise_Click);
+  for (auto [name, caption] : {std::pair{"mnuStudyTransform", "&Transform Data..."},
                                {"mnuStudyCentre", "Add &Center Points..."}, {"mnuStudyAxial", "Add &Axial Points..."},
                                {"mnuStudyNonlin", "&Non-linearity Test..."}, {"mnuStudyFoldover", "&Fold-over..."}})
     AddAction(study, name, caption);
@@ -221,20 +222,23 @@ void frmMain::BuildMenus() {
   QMenu* help = menu("mnuHelp", "&Help");
   AddAction(help, "mnuHlpContents", "&Contents");
   AddAction(help, "mnuHelpSupport", "&Support");
-  AddAction(help, "mnuHlpDesigns", "&Design Selection Criteria");
+  AddAction(help, "mnuHlpDesigns", "&Design Selection Criteria", &frmMain::mnuHlpDesigns_Click);
   help->addSeparator();
   AddAction(help, "mnuHlpAbout", "&About Kestrow...", &frmMain::mnuHlpAbout_Click);
 
   // Context menus of the tree.
   QMenu* pop1 = menu("mnuPopup1", "Problem", true);
-  AddAction(pop1, "mnuPopNewS", "New &Study...");
+  AddAction(pop1, "mnuPopNewS", "New &Study...", nullptr)->setEnabled(true);
+  connect(Action("mnuPopNewS"), &QAction::triggered, this, [this] { AddEditStudy(1); });
   QMenu* pop2 = menu("mnuPopup2", "Item", true);
   AddAction(pop2, "mnuPopCopy", "&Copy", &frmMain::mnuPopCopy_Click);
   AddAction(pop2, "mnuPopEdit", "&Edit...", &frmMain::mnuPopEdit_Click);
   AddAction(pop2, "mnuPopDelete", "&Delete", &frmMain::mnuPopDelete_Click);
   QMenu* pop3 = menu("mnuPopUp3", "Study", true);
-  AddAction(pop3, "mnuPopCopy3", "&Copy");
-  AddAction(pop3, "mnuPopEdit3", "&Edit...");
+  AddAction(pop3, "mnuPopCopy3", "&Copy", nullptr)->setEnabled(true);
+  connect(Action("mnuPopCopy3"), &QAction::triggered, this, [this] { AddEditStudy(2); });
+  AddAction(pop3, "mnuPopEdit3", "&Edit...", nullptr)->setEnabled(true);
+  connect(Action("mnuPopEdit3"), &QAction::triggered, this, [this] { AddEditStudy(3); });
   AddAction(pop3, "mnuPopDelete3", "&Delete", &frmMain::mnuPopDelete3_Click);
   AddAction(pop3, "mnuPopLock", "&Lock", &frmMain::mnuPopLock_Click);
   QMenu* pop4 = menu("mnuPopUp4", "Factors", true);
@@ -259,13 +263,13 @@ void frmMain::BuildToolbar() {
                             {3, "Save", &frmMain::mnuFileSave_Click},
                             {4, nullptr, nullptr},
                             {5, "Print", nullptr},
-                            {6, "Quick", nullptr},
+                            {6, "Quick", &frmMain::ToolsQuickStudy},
                             {7, "Toggle", &frmMain::ToolsToggle},
                             {8, nullptr, nullptr},
                             {9, "CueCard", &frmMain::ToolsCueCard},
                             {10, nullptr, nullptr},
                             {11, "ViewLog", nullptr},
-                            {12, "ViewDes", nullptr},
+                            {12, "ViewDes", &frmMain::ToolsViewDes},
                             {13, "TreeYes", &frmMain::ToolsFlipTree},
                             {14, nullptr, nullptr},
                             {15, "UnZoom", nullptr},
@@ -454,6 +458,12 @@ void frmMain::UpdateMenus() {
   bool locked = gStudy && gStudy->IsLocked();
   Action("mnuLockStudy")->setEnabled(gStudy && !locked);
   Action("mnuPopLock")->setEnabled(gStudy && !locked);
+  Action("mnuPopEdit3")->setEnabled(gStudy && !locked);
+  // The run order can be changed only while a randomised study holds no data.
+  Action("mnuStudyRandomise")
+      ->setEnabled(gStudy && gStudy->iSequence == 0 && gStudy->DoesArrayExist() && gStudy->IsArrayEmpty() &&
+                   gStudy->iNumRuns > 0);
+  Action("tbViewDes")->setEnabled(gStudy && !gStudy->sDesignName.empty() && gStudy->iNumRuns > 0);
   SetTitle();
 }
 

@@ -85,6 +85,13 @@ class frmMain : public QMainWindow {
   // Factors and response variables through their dialogs: 1 new, 2 copy, 3 edit.
   void AddEditFactor(int mode);
   void AddEditRV(int mode);
+  // Studies through the study dialog: 1 new, 2 copy, 3 edit.
+  void AddEditStudy(int mode);
+  void ToolsQuickStudy();
+  void NewWizard();
+  void ToolsViewDes();
+  void mnuStudyRandomise_Click();
+  void mnuHlpDesigns_Click();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -15,7 +15,14 @@
 #include "core/Ui.h"
 #include "shell/Translate.h"
 #include "shell/frmCueCard.h"
+#include "shell/frmDesSel.h"
 #include "shell/frmFactor.h"
+#include "shell/frmQuick.h"
+#include "shell/frmSelFac.h"
+#include "shell/frmSetSeq.h"
+#include "shell/frmStudy.h"
+#include "shell/frmViewDes.h"
+#include "shell/frmWizard.h"
 #include "shell/frmMain.h"
 #include "shell/frmRV.h"
 
@@ -108,6 +115,63 @@ void frmMain::AddEditRV(int mode) {
   NodeClick(dialog.storedKey);
 }
 
+void frmMain::AddEditStudy(int mode) {
+  UnLoadDataGrid();
+  std::string key = gsNode.empty() || gsNode[0] != 's' ? (gStudy ? gStudy->sKey : "") : gsNode;
+  frmStudy dialog(mode, mode == 1 ? "" : key, this);
+  if (!dialog.Refusal().empty()) {
+    ErrorBox(dialog.Refusal());
+    return;
+  }
+  if (dialog.exec() != QDialog::Accepted || dialog.StoredKey().empty()) return;
+  ProblemToTree();
+  if (QTreeWidgetItem* node = Node(dialog.StoredKey())) sstv1->setCurrentItem(node);
+  NodeClick(dialog.StoredKey());
+}
+
+void frmMain::ToolsQuickStudy() {
+  UnLoadDataGrid();
+  if (!SaveLogic()) return;
+  frmQuick dialog(this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  ProblemToTree();
+  ClearPane();
+  if (dialog.GoToData()) {
+    if (QTreeWidgetItem* node = Node("d1")) sstv1->setCurrentItem(node);
+    NodeClick("d1");
+  }
+  UpdateMenus();
+}
+
+void frmMain::NewWizard() {
+  UnLoadDataGrid();
+  if (!SaveLogic()) return;
+  frmWizard dialog(this);
+  dialog.exec();
+  // A cancelled wizard keeps what the problem holds by then.
+  ProblemToTree();
+  ClearPane();
+  UpdateMenus();
+}
+
+void frmMain::ToolsViewDes() {
+  if (!gStudy || gStudy->sDesignName.empty()) return;
+  UnLoadDataGrid();
+  frmViewDes(*gStudy, this).exec();
+}
+
+void frmMain::mnuStudyRandomise_Click() {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  frmSetSeq dialog(*gStudy, this);
+  dialog.exec();
+  gProblem->bChanged = true;
+  if (PaneName() == "Data") NodeClick("d" + gStudy->sKey.substr(1));
+  UpdateMenus();
+}
+
+void frmMain::mnuHlpDesigns_Click() { frmDesHelp2(this).exec(); }
+
 void frmMain::mnuNewF_Click() {
   gsNode.clear();
   AddEditFactor(static_cast<int>(EditMode::New));
@@ -178,6 +242,8 @@ std::vector<FormCaptionRow> AllCaptions(frmMain* main) {
   add(new frmFactor(EditMode::New, "", nullptr));
   add(new frmRV(EditMode::New, "", nullptr));
   add(new frmCueCard("Cue card|", nullptr));
+  add(new frmSelFac({}, nullptr));
+  add(new frmDesHelp2(nullptr));
   return rows;
 }
 

@@ -8,11 +8,20 @@
 #include <string>
 #include <vector>
 
+#include <chrono>
+#include <map>
+
 #include "core/Globals.h"
+#include "core/Json.h"
+#include "core/Language.h"
 #include "core/Paths.h"
 #include "core/Problem.h"
 #include "core/ProblemJson.h"
+#include "core/Text.h"
+#include "core/Settings.h"
+#include "core/Startup.h"
 #include "core/Ui.h"
+#include "designs/DesignSelection.h"
 
 namespace kestrow {
 namespace {
@@ -28,6 +37,10 @@ const char* USAGE_TEXT =
     "  to-json FILE.KSW              print the problem as JSON\n"
     "  from-json FILE.json OUT.KSW   write a problem file from JSON\n"
     "  export FILE.KSW [OUT.txt]     the text export of a problem (stdout without OUT)\n"
+    "  designs FILE.KSW --study KEY  the rows of the design selection table of a study, as JSON\n"
+    "  design FILE.KSW --study KEY --row N [-o OUT.KSW]\n"
+    "                                build the design of row N (from 1) for the study, make its\n"
+    "                                data array and run order, and save (over FILE without -o)\n"
     "\n"
     "options:\n"
     "  --yes        answer every question Yes (default: No)\n"
@@ -82,6 +95,127 @@ int Export(const std::vector<std::string>& args) {
   return problem->Export(args[1]) ? OK : FAILED;
 }
 
+// The positional arguments and the options of a command; an option the
+// command does not know is bad usage.
+struct Args {
+  std::vector<std::string> positional;
+  std::map<std::string, std::string> options;
+};
+
+bool ParseArgs(const std::vector<std::string>& words, const std::vector<std::string>& known, Args& out,
+               std::string& complaint) {
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string& w = words[i];
+    if (w.size() > 1 && w[0] == '-') {
+      bool ok = false;
+      for (const std::string& k : known) ok = ok || k == w;
+      if (!ok) {
+        complaint = "unknown option " + w;
+        return false;
+      }
+      if (i + 1 >= words.size()) {
+        complaint = w + " needs a value";
+        return false;
+      }
+      out.options[w] = words[++i];
+    } else {
+      out.positional.push_back(w);
+    }
+  }
+  return true;
+}
+
+// The study of a loaded problem named by --study; reports a missing one.
+Study* FindStudy(Problem& p, const Args& a) {
+  auto it = a.options.find("--study");
+  if (it == a.options.end()) return nullptr;
+  Study* s = p.Studies.Find(it->second);
+  if (!s) std::cerr << "kestrow-cli: the problem has no study with the key " << it->second << "\n";
+  return s;
+}
+
+// The language and the catalogue of the program folder, as the workbench
+// opens them at start.
+bool OpenProgramFiles() {
+  LoadSettings();
+  if (!OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language)) {
+    std::cerr << "kestrow-cli: " << LanguageError() << "\n";
+    return false;
+  }
+  if (!FileExists(JoinPath(ProgramFolder(), "DESIGNS.MDB"))) {
+    std::cerr << "kestrow-cli: Cannot locate designs database, DESIGNS.MDB\n";
+    return false;
+  }
+  return true;
+}
+
+std::string DesignJson(const Design& d) {
+  return "{\"sName\": " + JsonQuote(d.sName) + ", \"sRuns\": " + JsonQuote(d.sRuns) +
+         ", \"iFlag\": " + std::to_string(d.iFlag) + ", \"idbFlags\": " + std::to_string(d.idbFlags) +
+         ", \"iResolution\": " + std::to_string(d.iResolution) + ", \"sInteractions\": " +
+         JsonQuote(d.sInteractions) + ", \"sTag\": " + JsonQuote(d.sTag) + ", \"sTag2\": " + JsonQuote(d.sTag2) +
+         ", \"bShowRuns\": " + (d.bShowRuns ? "true" : "false") + "}";
+}
+
+int Designs(const std::vector<std::string>& words) {
+  Args a;
+  std::string complaint;
+  if (!ParseArgs(words, {"--study"}, a, complaint)) return Usage(complaint);
+  if (a.positional.size() != 1 || !a.options.count("--study")) return Usage("designs takes a problem file and --study KEY");
+  if (!OpenProgramFiles()) return FAILED;
+  auto problem = LoadProblem(a.positional[0]);
+  if (!problem) return FAILED;
+  Study* s = FindStudy(*problem, a);
+  if (!s) return FAILED;
+  DesignSelection table(*s);
+  if (!table.DesSelLoad()) return FAILED;
+  std::cout << "[";
+  for (std::size_t i = 0; i < table.rows.size(); ++i) std::cout << (i ? ",\n " : "\n ") << DesignJson(table.rows[i]);
+  std::cout << (table.rows.empty() ? "]\n" : "\n]\n");
+  return std::cout.good() ? OK : FAILED;
+}
+
+int DesignCommand(const std::vector<std::string>& words) {
+  Args a;
+  std::string complaint;
+  if (!ParseArgs(words, {"--study", "--row", "-o"}, a, complaint)) return Usage(complaint);
+  if (a.positional.size() != 1 || !a.options.count("--study") || !a.options.count("--row"))
+    return Usage("design takes a problem file, --study KEY and --row N");
+  const std::string& rowText = a.options["--row"];
+  if (!IsNumeric(rowText) || rowText.find_first_of(".eE") != std::string::npos) return Usage("--row takes a row number");
+  int row = static_cast<int>(Val(rowText));
+  if (!OpenProgramFiles()) return FAILED;
+  auto problem = LoadProblem(a.positional[0]);
+  if (!problem) return FAILED;
+  Study* s = FindStudy(*problem, a);
+  if (!s) return FAILED;
+  DesignSelection table(*s);
+  if (!table.DesSelLoad()) return FAILED;
+  if (row < 1 || row > static_cast<int>(table.rows.size())) {
+    std::cerr << "kestrow-cli: the study's design table has rows 1 to " << table.rows.size() << "\n";
+    return FAILED;
+  }
+  const Design& d = table.rows[static_cast<std::size_t>(row - 1)];
+  if (DesignSelection::NeedsDialog(d)) {
+    std::cerr << "kestrow-cli: row " << row << " (" << Trim(d.sName) << ") is built through a dialog of the workbench\n";
+    return FAILED;
+  }
+  if (s->IsLocked()) {
+    std::cerr << "kestrow-cli: the study " << s->sKey << " is locked\n";
+    return FAILED;
+  }
+  if (s->DoesArrayExist() && !s->IsArrayEmpty() &&
+      !WarnYesNo("The study holds data, which a new design discards. Go on?"))
+    return FAILED;
+  if (!table.DesSelOK(row) || s->sDesignName.empty()) return FAILED;
+  // As the study dialog does for a study without data: the array and, for a
+  // randomised study, the run order.
+  s->SetDataArray();
+  if (s->iSequence == 0) s->Randomise();
+  std::string out = a.options.count("-o") ? a.options["-o"] : a.positional[0];
+  return problem->Save(out) ? OK : FAILED;
+}
+
 int Run(int argc, char** argv) {
   std::vector<std::string> words(argv + 1, argv + argc);
   bool yes = false;
@@ -103,6 +237,10 @@ int Run(int argc, char** argv) {
   InstallUi(std::make_unique<ConsoleUi>(yes));
   std::string command = words[i];
   std::vector<std::string> args(words.begin() + static_cast<long>(i) + 1, words.end());
+  gPlatformRandom.seed(static_cast<std::mt19937::result_type>(
+      std::chrono::system_clock::now().time_since_epoch().count()));
+  if (command == "designs") return Designs(args);
+  if (command == "design") return DesignCommand(args);
   for (const std::string& a : args)
     if (a.size() > 1 && a[0] == '-' && a[1] == '-') return Usage("unknown option " + a);
   if (command == "to-json") return ToJson(args);
