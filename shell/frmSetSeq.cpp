@@ -76,6 +76,14 @@ frmSetSeq::frmSetSeq(Study& study, QWidget* parent) : QDialog(parent), form_(stu
   setWindowTitle(caption.empty() ? QString("Edit run sequence") : Q(caption));
   LoadGrid();
   Refresh();
+  // Columns share the table's width; the table is as wide and tall as the
+  // design needs, within reason.
+  grd1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  grd1->resizeRowsToContents();
+  int height = grd1->horizontalHeader()->sizeHint().height() + 6;
+  for (int r = 0; r < grd1->rowCount(); ++r) height += grd1->rowHeight(r);
+  grd1->setMinimumSize(std::min(110 * grd1->columnCount() + 60, 900), std::min(std::max(height, 200), 560));
+  adjustSize();
 }
 
 // The headings and level names do not change while the dialog is open.
