@@ -12,6 +12,7 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/LevelGrid.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
@@ -98,12 +99,7 @@ void frmFactor::ToForm() {
   txtDesc->setText(Q(form_.txtDesc));
   chkNumeric->setChecked(form_.chkNumeric);
   chkControlled->setChecked(form_.chkControlled);
-  for (int r = 0; r < FactorForm::LEVEL_ROWS; ++r) {
-    const auto& row = form_.grdLevels[static_cast<std::size_t>(r)];
-    grdLevels->setItem(r, 0, new QTableWidgetItem(Q(row.coding)));
-    grdLevels->setItem(r, 1, new QTableWidgetItem(Q(row.value)));
-    grdLevels->setItem(r, 2, new QTableWidgetItem(Q(row.desc)));
-  }
+  LevelsToGrid(form_, grdLevels);
   changed_ = false;
 }
 
@@ -113,10 +109,7 @@ void frmFactor::FromForm() {
   form_.txtDesc = txtDesc->text().toStdString();
   form_.chkNumeric = chkNumeric->isChecked();
   form_.chkControlled = chkControlled->isChecked();
-  for (int r = 0; r < FactorForm::LEVEL_ROWS; ++r) {
-    auto text = [&](int c) { return grdLevels->item(r, c) ? grdLevels->item(r, c)->text().toStdString() : ""; };
-    form_.grdLevels[static_cast<std::size_t>(r)] = {text(0), text(1), text(2)};
-  }
+  LevelsFromGrid(grdLevels, form_);
 }
 
 bool frmFactor::Store() {

@@ -16,6 +16,7 @@
 #include "core/Language.h"
 #include "core/Text.h"
 #include "core/Ui.h"
+#include "shell/LevelGrid.h"
 #include "shell/Translate.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmSelFac.h"
@@ -216,12 +217,7 @@ void frmWizard::FactorToForm() {
   txtFactorDesc->setText(Q(f.txtDesc));
   chkNumeric->setChecked(f.chkNumeric);
   chkControlled->setChecked(f.chkControlled);
-  for (int r = 0; r < FactorForm::LEVEL_ROWS; ++r) {
-    const auto& row = f.grdLevels[static_cast<std::size_t>(r)];
-    grdLevels->setItem(r, 0, new QTableWidgetItem(Q(row.coding)));
-    grdLevels->setItem(r, 1, new QTableWidgetItem(Q(row.value)));
-    grdLevels->setItem(r, 2, new QTableWidgetItem(Q(row.desc)));
-  }
+  LevelsToGrid(f, grdLevels);
 }
 
 void frmWizard::FactorFromForm() {
@@ -231,10 +227,7 @@ void frmWizard::FactorFromForm() {
   f.txtDesc = txtFactorDesc->text().toStdString();
   f.chkNumeric = chkNumeric->isChecked();
   f.chkControlled = chkControlled->isChecked();
-  for (int r = 0; r < FactorForm::LEVEL_ROWS; ++r) {
-    auto text = [&](int c) { return grdLevels->item(r, c) ? grdLevels->item(r, c)->text().toStdString() : ""; };
-    f.grdLevels[static_cast<std::size_t>(r)] = {text(0), text(1), text(2)};
-  }
+  LevelsFromGrid(grdLevels, f);
 }
 
 void frmWizard::RVToForm() {

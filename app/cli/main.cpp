@@ -157,18 +157,34 @@ std::string DesignJson(const Design& d) {
          ", \"bShowRuns\": " + (d.bShowRuns ? "true" : "false") + "}";
 }
 
+// The problem file of a design command, its study, and the study's design
+// table, with the program's files open; null study when any of it failed.
+struct StudyTable {
+  std::unique_ptr<Problem> problem;
+  Study* study = nullptr;
+  std::unique_ptr<DesignSelection> table;
+};
+
+StudyTable OpenStudyTable(const Args& a) {
+  StudyTable t;
+  if (!OpenProgramFiles()) return t;
+  t.problem = LoadProblem(a.positional[0]);
+  if (!t.problem) return t;
+  Study* s = FindStudy(*t.problem, a);
+  if (!s) return t;
+  t.table = std::make_unique<DesignSelection>(*s);
+  if (t.table->DesSelLoad()) t.study = s;
+  return t;
+}
+
 int Designs(const std::vector<std::string>& words) {
   Args a;
   std::string complaint;
   if (!ParseArgs(words, {"--study"}, a, complaint)) return Usage(complaint);
   if (a.positional.size() != 1 || !a.options.count("--study")) return Usage("designs takes a problem file and --study KEY");
-  if (!OpenProgramFiles()) return FAILED;
-  auto problem = LoadProblem(a.positional[0]);
-  if (!problem) return FAILED;
-  Study* s = FindStudy(*problem, a);
-  if (!s) return FAILED;
-  DesignSelection table(*s);
-  if (!table.DesSelLoad()) return FAILED;
+  StudyTable t = OpenStudyTable(a);
+  if (!t.study) return FAILED;
+  const DesignSelection& table = *t.table;
   std::cout << "[";
   for (std::size_t i = 0; i < table.rows.size(); ++i) std::cout << (i ? ",\n " : "\n ") << DesignJson(table.rows[i]);
   std::cout << (table.rows.empty() ? "]\n" : "\n]\n");
@@ -184,13 +200,11 @@ int DesignCommand(const std::vector<std::string>& words) {
   const std::string& rowText = a.options["--row"];
   if (!IsNumeric(rowText) || rowText.find_first_of(".eE") != std::string::npos) return Usage("--row takes a row number");
   int row = static_cast<int>(Val(rowText));
-  if (!OpenProgramFiles()) return FAILED;
-  auto problem = LoadProblem(a.positional[0]);
-  if (!problem) return FAILED;
-  Study* s = FindStudy(*problem, a);
-  if (!s) return FAILED;
-  DesignSelection table(*s);
-  if (!table.DesSelLoad()) return FAILED;
+  StudyTable t = OpenStudyTable(a);
+  if (!t.study) return FAILED;
+  Study* s = t.study;
+  DesignSelection& table = *t.table;
+  Problem* problem = t.problem.get();
   if (row < 1 || row > static_cast<int>(table.rows.size())) {
     std::cerr << "kestrow-cli: the study's design table has rows 1 to " << table.rows.size() << "\n";
     return FAILED;
