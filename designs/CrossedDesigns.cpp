@@ -106,8 +106,39 @@ bool MultiplyColumns(const Contrast& a, bool aSmall, const Contrast& b, bool bSm
     target.sLevels.assign(buffer);
     return small != 0;
   }
-  for (int r = 1; r <= runs; ++r) target.fSetLevel(r, a.fGetLevel(r) * b.fGetLevel(r));
-  return SmallWhole(target, runs);
+  // Any other pair: decoded and packed as fGetLevel and fSetLevel do, in the buffer.
+  static thread_local std::string buffer;
+  buffer.resize(static_cast<std::size_t>(2 * runs));
+  char* pt = buffer.data();
+  auto decode = [](const unsigned char* p, int r) {
+    int v = p[2 * r] + p[2 * r + 1] * 128 - 8192;
+    return (v > -100 && v < 100) ? static_cast<float>(v) : static_cast<float>(v) / 1000.0f;
+  };
+  bool small = true;
+  for (int r = 0; r < runs; ++r) {
+    float x = decode(pa, r) * decode(pb, r);
+    if (!(std::fabs(x) < 24000.0f)) {
+      // Too large to pack: fSetLevel leaves such a run alone, so go its way.
+      target.sLevels.clear();
+      for (int run = 1; run <= runs; ++run) target.fSetLevel(run, a.fGetLevel(run) * b.fGetLevel(run));
+      return SmallWhole(target, runs);
+    }
+    int code;
+    if (x == std::trunc(x)) {
+      code = static_cast<int>(x) + 8192;
+    } else {
+      float y = x * 1000.0f + 8192.0f;
+      // Below 2^22 in magnitude, adding and taking away 1.5 x 2^23 rounds a
+      // float to the nearest whole number, ties to even, as nearbyint does.
+      constexpr float MAGIC = 12582912.0f;
+      code = static_cast<int>(std::fabs(y) < 4194304.0f ? (y + MAGIC) - MAGIC : std::nearbyint(y));
+    }
+    pt[2 * r] = static_cast<char>(code & 127);
+    pt[2 * r + 1] = static_cast<char>(code / 128);
+    small = small && code - 8192 > -100 && code - 8192 < 100;
+  }
+  target.sLevels.assign(buffer);
+  return small;
 }
 
 std::vector<int> StudyLevelCounts(const Study& s) {
