@@ -25,6 +25,7 @@ std::string RepsComplaint() { return GetText("QCKerr3") + " " + std::to_string(M
 
 std::string StudyForm::Begin(int m, const std::string& studyKey) {
   mode = m;
+  gStudyEdit.pProblem = gProblem.get();
   key = m == 3 ? studyKey : std::string();
   changed = designReplaced = askedData_ = false;
   if (m == 1) {

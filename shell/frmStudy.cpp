@@ -120,6 +120,7 @@ frmStudy::frmStudy(int mode, const std::string& key, QWidget* parent) : QDialog(
   refusal_ = form_.Begin(mode, key);
   std::string caption = GetText(mode == 3 ? "EditStu" : "AddStu");
   setWindowTitle(caption.empty() ? "Study" : Q(caption));
+  if (!refusal_.empty()) return;  // the caller shows why, and the dialog does not open
   ToForm();
   resize(560, sizeHint().height());
 }
