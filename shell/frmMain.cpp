@@ -196,8 +196,9 @@ void frmMain::BuildMenus() {
 
   QMenu* study = menu("mnuStudy", "&Study");
   AddAction(study, "mnuStudyRandomise", "&Run Order...", &frmMain::mnuStudyRandomise_Click);
-  for (auto [name, caption] : {std::pair{"mnuStudyTransform", "&Transform Data..."},
-                               {"mnuStudyCentre", "Add &Center Points..."}, {"mnuStudyAxial", "Add &Axial Points..."},
+  AddAction(study, "mnuStudyTransform", "&Transform Data...", &frmMain::mnuStudyTransform_Click);
+  for (auto [name, caption] : {std::pair{"mnuStudyCentre", "Add &Center Points..."},
+                               {"mnuStudyAxial", "Add &Axial Points..."},
                                {"mnuStudyNonlin", "&Non-linearity Test..."}, {"mnuStudyFoldover", "&Fold-over..."}})
     AddAction(study, name, caption);
 
@@ -463,6 +464,7 @@ void frmMain::UpdateMenus() {
   Action("mnuStudyRandomise")
       ->setEnabled(gStudy && gStudy->iSequence == 0 && gStudy->DoesArrayExist() && gStudy->IsArrayEmpty() &&
                    gStudy->iNumRuns > 0);
+  Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
   Action("tbViewDes")->setEnabled(gStudy && !gStudy->sDesignName.empty() && gStudy->iNumRuns > 0);
   SetTitle();
 }

@@ -91,6 +91,7 @@ class frmMain : public QMainWindow {
   void NewWizard();
   void ToolsViewDes();
   void mnuStudyRandomise_Click();
+  void mnuStudyTransform_Click();
   void mnuHlpDesigns_Click();
 
  protected:

@@ -23,6 +23,7 @@
 #include "shell/frmStudy.h"
 #include "shell/frmViewDes.h"
 #include "shell/frmWizard.h"
+#include "shell/frmXform.h"
 #include "shell/frmMain.h"
 #include "shell/frmRV.h"
 
@@ -168,6 +169,18 @@ void frmMain::mnuStudyRandomise_Click() {
   gProblem->bChanged = true;
   if (PaneName() == "Data") NodeClick("d" + gStudy->sKey.substr(1));
   UpdateMenus();
+}
+
+void frmMain::mnuStudyTransform_Click() {
+  if (!gStudy || gStudy->StudyRespVars.Empty()) return;
+  UnLoadDataGrid();
+  frmXform dialog(*gStudy, this);
+  if (dialog.exec() != QDialog::Accepted || !dialog.Changed()) return;
+  gProblem->bChanged = true;
+  // The study's view and its grid show the transformed columns.
+  std::string shown = gsKey;
+  ProblemToTree();
+  NodeClick(shown);
 }
 
 void frmMain::mnuHlpDesigns_Click() { frmDesHelp2(this).exec(); }
