@@ -176,11 +176,12 @@ void frmMain::BuildMenus() {
   connect(Action("mnuFileExit"), &QAction::triggered, this, &QWidget::close);
 
   QMenu* edit = menu("mnuEdit", "&Edit");
-  for (auto [name, caption] : {std::pair{"mnuEditCopy", "&Copy"}, {"mnuEditPaste", "&Paste"},
-                               {"mnuEditPasteToC", "Paste at C&ursor"}, {"mnuEditClear", "C&lear All Data..."},
-                               {"mnuEditExtrapolate", "E&xtrapolate Missing Values"},
-                               {"mnuEditWipe", "&Wipe Extrapolated Values..."}})
-    AddAction(edit, name, caption);
+  AddAction(edit, "mnuEditCopy", "&Copy", &frmMain::mnuEditCopy_Click);
+  AddAction(edit, "mnuEditPaste", "&Paste", &frmMain::mnuEditPaste_Click);
+  AddAction(edit, "mnuEditPasteToC", "Paste at C&ursor", &frmMain::mnuEditPasteToC_Click);
+  AddAction(edit, "mnuEditClear", "C&lear All Data...", &frmMain::mnuEditClear_Click);
+  AddAction(edit, "mnuEditExtrapolate", "E&xtrapolate Missing Values", &frmMain::mnuEditExtrapolate_Click);
+  AddAction(edit, "mnuEditWipe", "&Wipe Extrapolated Values...", &frmMain::mnuEditWipe_Click);
 
   QMenu* tools = menu("mnuTools", "&Tools");
   AddAction(tools, "mnuNewF", "New &Factor...", &frmMain::mnuNewF_Click);
@@ -464,6 +465,10 @@ void frmMain::UpdateMenus() {
   Action("mnuStudyRandomise")
       ->setEnabled(gStudy && gStudy->iSequence == 0 && gStudy->DoesArrayExist() && gStudy->IsArrayEmpty() &&
                    gStudy->iNumRuns > 0);
+  // The Edit menu acts on the data grid only.
+  for (const char* name : {"mnuEditCopy", "mnuEditPaste", "mnuEditPasteToC", "mnuEditClear", "mnuEditExtrapolate",
+                           "mnuEditWipe"})
+    Action(name)->setEnabled(paneName_ == PANE_DATA && gStudy);
   Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
   Action("tbViewDes")->setEnabled(gStudy && !gStudy->sDesignName.empty() && gStudy->iNumRuns > 0);
   SetTitle();

@@ -92,6 +92,12 @@ class frmMain : public QMainWindow {
   void ToolsViewDes();
   void mnuStudyRandomise_Click();
   void mnuStudyTransform_Click();
+  void mnuEditCopy_Click();
+  void mnuEditPaste_Click();
+  void mnuEditPasteToC_Click();
+  void mnuEditClear_Click();
+  void mnuEditExtrapolate_Click();
+  void mnuEditWipe_Click();
   void mnuHlpDesigns_Click();
 
  protected:

@@ -1,5 +1,8 @@
 // The command handlers of the main window.
+#include <QClipboard>
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QTableView>
 #include <QMessageBox>
 #include <QStackedWidget>
 #include <QTreeWidget>
@@ -13,6 +16,7 @@
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "core/Ui.h"
+#include "data/GridCommands.h"
 #include "shell/Translate.h"
 #include "shell/frmCueCard.h"
 #include "shell/frmDesSel.h"
@@ -181,6 +185,51 @@ void frmMain::mnuStudyTransform_Click() {
   std::string shown = gsKey;
   ProblemToTree();
   NodeClick(shown);
+}
+
+void frmMain::mnuEditCopy_Click() {
+  if (PaneName() != "Data" || !gStudy) return;
+  QGuiApplication::clipboard()->setText(Q(CopyData(dataGrid_, grid_, *gStudy)));
+}
+
+void frmMain::mnuEditPaste_Click() {
+  if (PaneName() != "Data" || !gStudy) return;
+  UnLoadDataGrid();  // ends a running edit
+  std::string text = QGuiApplication::clipboard()->text().toStdString();
+  if (PasteData(dataGrid_, grid_, *gProblem, *gStudy, text)) UnLoadDataGrid();
+  UpdateMenus();
+}
+
+void frmMain::mnuEditPasteToC_Click() {
+  if (PaneName() != "Data" || !gStudy) return;
+  QModelIndex at = grdMain->currentIndex();
+  UnLoadDataGrid();
+  std::string text = QGuiApplication::clipboard()->text().toStdString();
+  if (PasteToCursor(dataGrid_, grid_, *gProblem, *gStudy, text, at.row(), at.column())) UnLoadDataGrid();
+  UpdateMenus();
+}
+
+void frmMain::mnuEditClear_Click() {
+  if (PaneName() != "Data" || !gStudy) return;
+  if (!ClearData(*gProblem, *gStudy)) return;
+  dataGrid_.FixUpDataGrid(*gStudy);
+  dataGrid_.LoadDataGrid(*gStudy);
+  UpdateMenus();
+}
+
+void frmMain::mnuEditExtrapolate_Click() {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  Extrapolate(*gProblem, *gStudy);
+  if (PaneName() == "Data") dataGrid_.LoadDataGrid(*gStudy);
+  UpdateMenus();
+}
+
+void frmMain::mnuEditWipe_Click() {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  if (WipeExtrapolated(*gProblem, *gStudy) && PaneName() == "Data") dataGrid_.LoadDataGrid(*gStudy);
+  UpdateMenus();
 }
 
 void frmMain::mnuHlpDesigns_Click() { frmDesHelp2(this).exec(); }

@@ -1,0 +1,154 @@
+// Copy, paste, clear, extrapolate and wipe on a study's data.
+#include <gtest/gtest.h>
+
+#include "core/Language.h"
+#include "core/TestSupport.h"
+#include "data/DataGrid.h"
+#include "data/GridCommands.h"
+
+namespace kestrow {
+namespace {
+
+using test::Sample;
+using test::ScopedUi;
+
+class GridCommandsTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English");
+    gSettings.ClipAcknowledge = false;
+    problem = Sample("PlasmaEtch");  // 8 runs x 2 replications, complete
+  }
+  void TearDown() override { CloseLanguage(); }
+  Study& study() { return problem->Studies(1); }
+  void Show(int mode = 1) {
+    gSettings.GridMode = static_cast<std::int16_t>(mode);
+    dg.FixUpDataGrid(study());
+    dg.LoadDataGrid(study());
+  }
+  ScopedUi ui;
+  std::unique_ptr<Problem> problem;
+  Grid grid;
+  DataGrid dg{grid};
+};
+
+TEST_F(GridCommandsTest, CopyThenPasteOverTheSameStudyChangesNothing) {
+  for (int mode : {0, 1, 2}) {
+    Show(mode);
+    std::string before = ProblemToJson(*problem);
+    std::string text = CopyData(dg, grid, study());
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), mode == 0 ? 16 : 8);
+    ui->answers = {Answer::Yes};  // overwrite the data there
+    ASSERT_TRUE(PasteData(dg, grid, *problem, study(), text)) << mode;
+    dg.UnLoadDataGrid(study());
+    EXPECT_EQ(ProblemToJson(*problem), before) << mode;
+  }
+}
+
+TEST_F(GridCommandsTest, PasteTakesNewlineRowsAndLeavesNonNumbersAlone) {
+  Show(1);
+  std::string text;
+  for (int run = 1; run <= 8; ++run) text += std::to_string(run) + "\t" + (run == 3 ? "abc" : "1.50") + "\n";
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(PasteData(dg, grid, *problem, study(), text));
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(study().GetData(1, 2, 1), 2.0f);
+  EXPECT_EQ(study().GetData(1, 2, 2), 1.5f);
+  EXPECT_EQ(study().GetData(1, 3, 2), 795.3f);  // "abc" left the cell as it was
+  EXPECT_TRUE(problem->bChanged);
+}
+
+TEST_F(GridCommandsTest, RaggedOrNarrowClipboardsChangeNothing) {
+  Show(1);
+  std::string before = ProblemToJson(*problem);
+  EXPECT_FALSE(PasteData(dg, grid, *problem, study(), "1\t2\r\n3\r\n4\t5\r\n5\t6\r\n1\t1\r\n1\t1\r\n1\t1\r\n1\t1\r\n"));
+  EXPECT_EQ(ui->messages.back().text, GetText("MNmsg5"));
+  EXPECT_FALSE(PasteData(dg, grid, *problem, study(), "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n"));
+  EXPECT_EQ(ui->messages.back().text, GetText("MNmsg6"));
+  ui->answers = {Answer::Cancel};
+  EXPECT_FALSE(PasteData(dg, grid, *problem, study(), "1\t2\r\n"));  // fewer rows: Cancel stops
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(ProblemToJson(*problem), before);
+}
+
+TEST_F(GridCommandsTest, PasteToCursorStartsAtTheCellAndAsksBeforeRunningOver) {
+  Show(1);
+  int row, col;
+  dg.CellOf(1, 7, 2, row, col);
+  EXPECT_FALSE(PasteToCursor(dg, grid, *problem, study(), "1\r\n2\r\n3\r\n", row, col));  // past the end: No
+  EXPECT_TRUE(PasteToCursor(dg, grid, *problem, study(), "11\r\n12\r\n", row, col));
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(study().GetData(1, 7, 2), 11.0f);
+  EXPECT_EQ(study().GetData(1, 8, 2), 12.0f);
+  EXPECT_EQ(study().GetData(1, 7, 1), 692.8f);
+}
+
+TEST_F(GridCommandsTest, ExtrapolationWithReplicationsUsesTheRunsAverage) {
+  study().SetData(1, 4, 2, MISSING_VALUE);
+  ASSERT_TRUE(Extrapolate(*problem, study()));
+  EXPECT_EQ(study().GetData(1, 4, 2), study().GetData(1, 4, 1));  // the only other value of the run
+  EXPECT_TRUE(study().GetFlag(1, 4, 2) & CELL_EXTRAPOLATED);
+  EXPECT_FALSE(study().GetFlag(1, 4, 1) & CELL_EXTRAPOLATED);
+  study().SetData(1, 5, 1, MISSING_VALUE);
+  study().SetData(1, 5, 2, MISSING_VALUE);
+  EXPECT_FALSE(Extrapolate(*problem, study()));
+  EXPECT_EQ(ui->messages.back().text, GetText("MNerr3"));
+}
+
+TEST_F(GridCommandsTest, ExtrapolationOfOneReplicationAddsTheLevelDeviations) {
+  Study& s = study();
+  s.iReps = 1;
+  s.SetDataArrayPreserve();
+  s.SetData(1, 8, 1, MISSING_VALUE);
+  // By hand: the grand mean of the seven values, plus for each factor the
+  // mean of the values at run 8's level less the grand mean.
+  double grand = 0;
+  for (int run = 1; run <= 7; ++run) grand += s.GetData(1, run, 1);
+  grand /= 7;
+  double estimate = grand;
+  for (int f = 1; f <= 3; ++f) {
+    double sum = 0;
+    int n = 0;
+    for (int run = 1; run <= 7; ++run)
+      if (s.GetTreatmentLevel(f, run) == 2) sum += s.GetData(1, run, 1), ++n;
+    estimate += sum / n - grand;
+  }
+  ASSERT_TRUE(Extrapolate(*problem, s));
+  EXPECT_NEAR(s.GetData(1, 8, 1), estimate, 1e-3);
+}
+
+TEST_F(GridCommandsTest, ALevelWithoutDataStopsTheEstimatesButKeepsThoseMade) {
+  Study& s = study();
+  s.iReps = 1;
+  s.SetDataArrayPreserve();
+  s.SetData(1, 1, 1, MISSING_VALUE);
+  for (int run = 5; run <= 8; ++run) s.SetData(1, run, 1, MISSING_VALUE);  // Power at 325: nothing
+  EXPECT_FALSE(Extrapolate(*problem, s));
+  EXPECT_EQ(ui->messages.back().text, GetText("MNerr2"));
+  EXPECT_TRUE(s.GetFlag(1, 1, 1) & CELL_EXTRAPOLATED);  // run 1 was estimated before the stop
+}
+
+TEST_F(GridCommandsTest, CodedAndUnstructuredDesignsAreNotExtrapolated) {
+  study().iDesFlag |= DES_CODED;
+  EXPECT_FALSE(Extrapolate(*problem, study()));
+  EXPECT_EQ(ui->messages.back().text, GetText("MNerr1"));
+}
+
+TEST_F(GridCommandsTest, WipeRemovesTheEstimatesAfterAskingAndClearAsksToo) {
+  EXPECT_FALSE(WipeExtrapolated(*problem, study()));  // none: no question
+  EXPECT_TRUE(ui->messages.empty());
+  study().SetData(1, 2, 2, MISSING_VALUE);
+  Extrapolate(*problem, study());
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(WipeExtrapolated(*problem, study()));
+  EXPECT_EQ(study().GetData(1, 2, 2), MISSING_VALUE);
+  EXPECT_EQ(study().GetFlag(1, 2, 2), 0);
+  EXPECT_FALSE(ClearData(*problem, study()));  // No
+  EXPECT_FALSE(study().IsArrayEmpty());
+  ui->answers = {Answer::Yes};
+  EXPECT_TRUE(ClearData(*problem, study()));
+  EXPECT_TRUE(study().IsArrayEmpty());
+}
+
+}  // namespace
+}  // namespace kestrow

@@ -1,0 +1,164 @@
+// The statistical tables as the build computes them, read through the
+// readers: printed values at sample points, and the readers' walking and
+// interpolation rules.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/Paths.h"
+#include "core/Sentinels.h"
+#include "stats/TableReaders.h"
+#include "core/TestSupport.h"
+
+namespace kestrow {
+namespace {
+
+class TableTest : public ::testing::Test {
+ protected:
+  void SetUp() override { SetProgramFolder(KESTROW_BIN); }
+  void TearDown() override { SetProgramFolder(""); }
+
+  // The one message shown, or "" when there was none or more than one.
+  std::string OnlyMessage() { return ui->messages.size() == 1 ? ui->messages[0].text : ""; }
+
+  test::ScopedUi ui;
+};
+
+TEST_F(TableTest, FPointsAsPrinted) {
+  EXPECT_NEAR(ReadTableF(0.05f, 1, 10), 4.96f, 1e-4);
+  EXPECT_NEAR(ReadTableF(0.01f, 5, 20), 4.10f, 1e-4);
+  EXPECT_NEAR(ReadTableF(0.1f, 3, 30), 2.28f, 1e-4);
+  EXPECT_NEAR(ReadTableF(0.05f, 1, 10000), 3.84f, 1e-4);  // the row for infinity: chi-square / v1
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+TEST_F(TableTest, FInterpolatesInV1ThenInV2) {
+  // v1 = 11 lies halfway between the columns 10 and 12, v2 = 35 halfway
+  // between the rows 30 and 40.
+  float lowRow = (ReadTableF(0.05f, 10, 30) + ReadTableF(0.05f, 12, 30)) / 2;
+  float highRow = (ReadTableF(0.05f, 10, 40) + ReadTableF(0.05f, 12, 40)) / 2;
+  EXPECT_NEAR(ReadTableF(0.05f, 11, 30), lowRow, 1e-5);
+  EXPECT_NEAR(ReadTableF(0.05f, 11, 35), (lowRow + highRow) / 2, 1e-5);
+  EXPECT_NEAR(ReadTableF(0.05f, 10, 32), ReadTableF(0.05f, 10, 30) * 0.8f + ReadTableF(0.05f, 10, 40) * 0.2f, 1e-5);
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+TEST_F(TableTest, FRefusesOtherLevelsAndRequestsBeyondTheTable) {
+  EXPECT_EQ(ReadTableF(0.02f, 1, 10), MISSING_VALUE);
+  EXPECT_EQ(OnlyMessage(), "Invalid alpha level for ANOVA");
+  ui->messages.clear();
+  EXPECT_EQ(ReadTableF(0.05f, 200, 10), MISSING_VALUE);  // past the last column, 120
+  EXPECT_NE(OnlyMessage().find(" [ReadTableF]"), std::string::npos);
+}
+
+TEST_F(TableTest, tPercentIsTheUpperTailPoint) {
+  EXPECT_NEAR(ReadtPercent(10, 0.025f), 2.228f, 1e-4);
+  EXPECT_NEAR(ReadtPercent(20, 0.05f), 1.725f, 1e-4);
+  EXPECT_NEAR(ReadtPercent(10, 0.05f / 2), 2.228f, 1e-4);  // as a caller halves its alpha
+  EXPECT_NEAR(ReadtPercent(10000, 0.005f), 2.576f, 1e-4);
+  // v = 33 between the rows 30 and 35, linearly.
+  float t30 = ReadtPercent(30, 0.025f), t35 = ReadtPercent(35, 0.025f);
+  EXPECT_NEAR(t30, 2.042f, 1e-4);
+  EXPECT_NEAR(ReadtPercent(33, 0.025f), t30 + (t35 - t30) * 0.6f, 1e-5);
+  EXPECT_TRUE(ui->messages.empty());
+  EXPECT_EQ(ReadtPercent(10, 0.3f), MISSING_VALUE);  // no such column
+  EXPECT_NE(OnlyMessage().find(" [ReadtPercent]"), std::string::npos);
+}
+
+TEST_F(TableTest, ChartConstantsAndAbsentLowerLimits) {
+  EXPECT_NEAR(ReadTableC(5, "d2"), 2.326f, 1e-4);
+  EXPECT_NEAR(ReadTableC(5, "D4"), 2.114f, 1e-4);
+  EXPECT_NEAR(ReadTableC(7, "D3"), 0.076f, 1e-4);
+  EXPECT_NEAR(ReadTableC(5, "A2"), 0.577f, 1e-4);
+  EXPECT_NEAR(ReadTableC(6, "B3"), 0.030f, 1e-4);
+  EXPECT_NEAR(ReadTableC(25, "D4"), 1.541f, 1e-4);
+  for (std::int16_t n = 2; n <= 6; ++n) EXPECT_EQ(ReadTableC(n, "D3"), MISSING_VALUE) << n;
+  EXPECT_EQ(ReadTableC(5, "B3"), MISSING_VALUE);
+  EXPECT_TRUE(ui->messages.empty());
+  EXPECT_EQ(ReadTableC(5, "E9"), MISSING_VALUE);
+  EXPECT_NE(OnlyMessage().find(" [ReadTableC]"), std::string::npos);
+}
+
+TEST_F(TableTest, DuncansD2StarAndDegreesOfFreedom) {
+  float v = 0, d2 = 0;
+  ReadTableB(5, 1, v, d2);  // Duncan: 3.8 and 2.48
+  EXPECT_NEAR(v, 3.8f, 0.05);
+  EXPECT_NEAR(d2, 2.48f, 0.005);
+  ReadTableB(2, 1, v, d2);  // the range of two is sqrt 2 sigma chi_1: exact
+  EXPECT_NEAR(v, 1.0f, 1e-3);
+  EXPECT_NEAR(d2, std::sqrt(2.0f), 1e-3);
+  ReadTableB(2, 10, v, d2);
+  EXPECT_NEAR(d2, 1.16f, 0.005);
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+TEST_F(TableTest, D2StarExtrapolatesBeyondTheTabledSubgroups) {
+  float v30 = 0, d30 = 0, v = 0, d2 = 0;
+  ReadTableB(5, 30, v30, d30);
+  // The closing row for n = 5: 3.623 more degrees of freedom per subgroup
+  // (Duncan's 3.62) and the limit d2 = 2.326.
+  ReadTableB(5, 31, v, d2);
+  EXPECT_FLOAT_EQ(v, v30 + 3.623f);
+  EXPECT_FLOAT_EQ(d2, 2.326f + 2.326f / (4 * v));
+  // It stays close to d2* = sqrt(d2^2 + d3^2 / k) itself (d3 = 0.864).
+  EXPECT_NEAR(d2, std::sqrt(2.326f * 2.326f + 0.864f * 0.864f / 31), 5e-4);
+  ReadTableB(5, 500, v, d2);
+  EXPECT_NEAR(v, v30 + 470 * 3.623f, 1e-2);
+  EXPECT_TRUE(ui->messages.empty());
+
+  v = d2 = -1;
+  ReadTableB(31, 4, v, d2);  // no such subgroup size
+  EXPECT_EQ(v, -1);
+  EXPECT_EQ(d2, -1);
+  EXPECT_NE(OnlyMessage().find(" [ReadTableB]"), std::string::npos);
+}
+
+TEST_F(TableTest, DuncanRowsAndTheirInterpolation) {
+  DuncanRows t{};
+  // Harter's exact values at f = 10: 3.151, 3.293; at f = 20, p = 4: 3.189.
+  ReadDuncanRow(10, 0.05f, t);
+  EXPECT_EQ(t[0][1], 0);
+  EXPECT_EQ(t[0][2], 10);
+  EXPECT_EQ(t[1][1], 2);
+  EXPECT_EQ(t[13][1], 14);
+  EXPECT_NEAR(t[1][2], 3.15f, 1e-4);
+  EXPECT_NEAR(t[2][2], 3.29f, 1e-4);
+  DuncanRows ten = t;
+  ReadDuncanRow(10, 0.10f, t);  // any level but 0.01 reads the 5% table
+  EXPECT_EQ(t, ten);
+  ReadDuncanRow(10, 0.01f, t);
+  EXPECT_NEAR(t[1][2], 4.48f, 1e-4);  // q(0.99; 2, 10) = 4.482
+  ReadDuncanRow(1, 0.05f, t);        // never falling with p: all 17.97
+  for (int i = 1; i <= 13; ++i) EXPECT_NEAR(t[i][2], 17.97f, 1e-4) << i;
+
+  DuncanRows twenty{}, twentyTwo{};
+  ReadDuncanRow(20, 0.05f, twenty);
+  EXPECT_NEAR(twenty[3][2], 3.19f, 1e-4);
+  ReadDuncanRow(22, 0.05f, twentyTwo);
+  ReadDuncanRow(21, 0.05f, t);  // halfway between the rows 20 and 22
+  EXPECT_EQ(t[0][2], 22);
+  EXPECT_EQ(t[0][3], 20);
+  for (int i = 1; i <= 13; ++i) EXPECT_NEAR(t[i][2], (twenty[i][2] + twentyTwo[i][2]) / 2, 1e-5) << i;
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+TEST_F(TableTest, AnomTableHasNoRowsYet) {
+  float h = -1;
+  ReadTableD(0.05f, 10, 3, h);
+  EXPECT_EQ(h, -1);
+  EXPECT_NE(OnlyMessage().find(" [ReadTableD]"), std::string::npos);
+}
+
+TEST_F(TableTest, ReadersWithoutTheDatabase) {
+  SetProgramFolder("/nonexistent");
+  float v = -1, d2 = -1;
+  EXPECT_EQ(ReadTableC(5, "D4"), MISSING_VALUE);
+  EXPECT_EQ(ReadTableF(0.05f, 1, 10), MISSING_VALUE);
+  ReadTableB(5, 1, v, d2);
+  EXPECT_EQ(v, -1);
+  ASSERT_EQ(ui->messages.size(), 3u);
+  for (const auto& m : ui->messages) EXPECT_NE(m.text.find(" [Open Db]"), std::string::npos) << m.text;
+}
+
+}  // namespace
+}  // namespace kestrow
