@@ -11,5 +11,11 @@ namespace kestrow {
 std::string FormatSF(int digits, float value);
 // FormatSF with the setting NumSF.
 std::string FormatNumSF(float value);
+// The value in fixed notation with that many decimals and no grouping, as
+// the mask "########0.000" prints it; MISSING_VALUE gives the empty text.
+std::string FormatDecimals(int decimals, float value);
+// A p value with that many decimals; one below 10^-decimals prints "<" and
+// that power ("<0.001" for 3 decimals); MISSING_VALUE gives the empty text.
+std::string FormatP(int decimals, float p);
 
 }  // namespace kestrow

@@ -1,5 +1,6 @@
 // kestrow-cli: the engine without a window, for scripts, tests and benchmarks.
 // Exit codes: 0 success, 1 a refused or failed operation, 2 bad usage.
+#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -17,11 +18,17 @@
 #include "core/Paths.h"
 #include "core/Problem.h"
 #include "core/ProblemJson.h"
+#include "core/Sentinels.h"
 #include "core/Text.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
 #include "core/Ui.h"
 #include "designs/DesignSelection.h"
+#include "stats/FProbability.h"
+#include "stats/FValue.h"
+#include "stats/Formatters.h"
+#include "stats/Normal.h"
+#include "stats/tProbability.h"
 
 namespace kestrow {
 namespace {
@@ -41,6 +48,10 @@ const char* USAGE_TEXT =
     "  design FILE.KSW --study KEY --row N [-o OUT.KSW]\n"
     "                                build the design of row N (from 1) for the study, make its\n"
     "                                data array and run order, and save (over FILE without -o)\n"
+    "  stat ROUTINE ARGS...          call one statistical routine and print its result: FValue P v1 v2,\n"
+    "                                FProbability F v1 v2, tProbability t v, NormalProbability z,\n"
+    "                                NormalValue P, FormatSF digits value, FormatP decimals p,\n"
+    "                                FormatDecimals decimals value\n"
     "\n"
     "options:\n"
     "  --yes        answer every question Yes (default: No)\n"
@@ -230,6 +241,59 @@ int DesignCommand(const std::vector<std::string>& words) {
   return problem->Save(out) ? OK : FAILED;
 }
 
+// The bench of the statistical routines: each argument is a number, each
+// count of digits or decimals and each degree of freedom of t a whole number.
+int Stat(const std::vector<std::string>& args) {
+  if (args.empty()) return Usage("stat takes a routine and its arguments");
+  const std::string& routine = args[0];
+  struct Routine {
+    const char* name;
+    std::size_t count;
+    const char* arguments;
+  };
+  static const Routine ROUTINES[] = {
+      {"FValue", 3, "P v1 v2"},           {"FProbability", 3, "F v1 v2"}, {"tProbability", 2, "t v"},
+      {"NormalProbability", 1, "z"},      {"NormalValue", 1, "P"},        {"FormatSF", 2, "digits value"},
+      {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"}};
+  const Routine* found = nullptr;
+  for (const Routine& r : ROUTINES)
+    if (routine == r.name) found = &r;
+  if (!found) return Usage("stat knows no routine " + routine);
+  if (args.size() != found->count + 1)
+    return Usage("stat " + routine + " takes " + found->arguments);
+  std::vector<float> x;
+  for (std::size_t i = 1; i < args.size(); ++i) {
+    float value = ParseFloat(args[i]);
+    if (value == BAD_NUMBER) return Usage("stat " + routine + ": " + args[i] + " is not a number");
+    x.push_back(value);
+  }
+  // A count of digits or degrees of freedom: a whole number in a sane range.
+  auto whole = [&](float value, float low, float high) {
+    return value == std::floor(value) && value >= low && value <= high;
+  };
+  std::string out;
+  if (routine == "FValue") {
+    out = ShortestText(FValue(x[0], x[1], x[2]));
+  } else if (routine == "FProbability") {
+    out = ShortestText(FProbability(x[0], x[1], x[2]));
+  } else if (routine == "tProbability") {
+    if (!whole(x[1], 1, 1.0e6f)) return Usage("stat tProbability: v is a whole number from 1");
+    out = ShortestText(tProbability(x[0], static_cast<int>(x[1])));
+  } else if (routine == "NormalProbability") {
+    out = ShortestText(NormalProbability(x[0]));
+  } else if (routine == "NormalValue") {
+    out = ShortestText(NormalValue(x[0]));
+  } else {
+    if (!whole(x[0], 0, 20)) return Usage("stat " + routine + ": " + args[1] + " is not a whole number from 0 to 20");
+    int n = static_cast<int>(x[0]);
+    if (routine == "FormatSF") out = FormatSF(n, x[1]);
+    else if (routine == "FormatP") out = FormatP(n, x[1]);
+    else out = FormatDecimals(n, x[1]);
+  }
+  std::cout << out << "\n";
+  return std::cout.good() ? OK : FAILED;
+}
+
 int Run(int argc, char** argv) {
   std::vector<std::string> words(argv + 1, argv + argc);
   bool yes = false;
@@ -260,6 +324,7 @@ int Run(int argc, char** argv) {
   if (command == "to-json") return ToJson(args);
   if (command == "from-json") return FromJson(args);
   if (command == "export") return Export(args);
+  if (command == "stat") return Stat(args);
   return Usage("unknown command " + command);
 }
 

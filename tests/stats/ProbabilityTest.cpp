@@ -1,0 +1,81 @@
+// The probability routines against published values (the standard normal,
+// F and t tables of Abramowitz & Stegun, chapters 26.2, 26.6 and 26.7) and
+// against their identities: symmetry, the closed forms of t for one and two
+// degrees of freedom, and FValue as the inverse of FProbability.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "stats/FProbability.h"
+#include "stats/FValue.h"
+#include "stats/Normal.h"
+#include "stats/tProbability.h"
+
+namespace kestrow {
+namespace {
+
+TEST(NormalProbability, MatchesTheNormalTableAndIsSymmetric) {
+  EXPECT_NEAR(NormalProbability(1.96f), 0.9750021, 1e-6);
+  EXPECT_NEAR(NormalProbability(-2.5758f), 0.005, 1e-6);
+  // z = 0 is the tail formula, whose polynomial gives 0.5 to its accuracy.
+  EXPECT_NEAR(NormalProbability(0.0f), 0.5, 1e-7);
+  for (float z : {0.1f, 0.5f, 1.0f, 1.645f, 3.0f, 5.0f})
+    EXPECT_NEAR(NormalProbability(z) + NormalProbability(-z), 1.0f, 1.2e-7f) << z;
+}
+
+TEST(NormalValue, InvertsTheNormalTableWithinTheApproximationError) {
+  EXPECT_EQ(NormalValue(0.5f), 0.0f);
+  EXPECT_NEAR(NormalValue(0.975f), 1.959964, 4.5e-4);
+  EXPECT_NEAR(NormalValue(0.995f), 2.575829, 4.5e-4);
+  EXPECT_NEAR(NormalValue(0.9f), 1.281552, 4.5e-4);
+  EXPECT_EQ(NormalValue(0.25f), -NormalValue(0.75f));  // both exact in binary
+}
+
+TEST(FProbability, GivesTheLevelsOfTheFTablesCriticalValues) {
+  // F(0.95) and F(0.99) points, A&S table 26.9.
+  EXPECT_NEAR(FProbability(4.96f, 1, 10), 0.95, 2e-4);
+  EXPECT_NEAR(FProbability(10.04f, 1, 10), 0.99, 2e-4);
+  EXPECT_NEAR(FProbability(2.71f, 5, 20), 0.95, 1e-3);
+  EXPECT_NEAR(FProbability(4.10f, 5, 20), 0.99, 1e-3);
+  EXPECT_NEAR(FProbability(19.25f, 4, 2), 0.95, 1e-3);
+  EXPECT_NEAR(FProbability(0.0f, 3, 12), 0.0, 1e-6);
+  EXPECT_NEAR(FProbability(1.0e6f, 3, 12), 1.0, 1e-6);
+}
+
+TEST(FValue, GivesTheFTableAndInvertsFProbability) {
+  EXPECT_NEAR(FValue(0.95f, 1, 10), 4.965, 0.005);
+  EXPECT_NEAR(FValue(0.95f, 5, 20), 2.711, 0.01);
+  EXPECT_NEAR(FValue(0.99f, 2, 3), 30.82, 0.05);  // v2 at most 3: the corrected start
+  EXPECT_NEAR(FValue(0.9f, 3, 30), 2.276, 0.01);
+  for (float p : {0.75f, 0.9f, 0.95f, 0.99f})
+    for (float v1 : {1.0f, 2.0f, 4.0f})
+      for (float v2 : {2.0f, 6.0f, 24.0f}) EXPECT_NEAR(FProbability(FValue(p, v1, v2), v1, v2), p, 1e-3);
+}
+
+// Both would otherwise loop for ever: the series on NaN, Newton on its steps.
+TEST(FValue, AndFProbabilityGiveNaNOutsideTheirDomain) {
+  EXPECT_TRUE(std::isnan(FProbability(-1.0f, 3, 10)));
+  EXPECT_TRUE(std::isnan(FProbability(std::nanf(""), 3, 10)));
+  EXPECT_TRUE(std::isnan(FProbability(2.0f, 0, 10)));
+  EXPECT_TRUE(std::isnan(FValue(1.0f, 3, 10)));
+  EXPECT_TRUE(std::isnan(FValue(0.95f, 0, 10)));
+}
+
+TEST(tProbability, GivesTheTTableAndItsClosedForms) {
+  EXPECT_NEAR(tProbability(2.228, 10), 0.975, 1e-4);
+  EXPECT_NEAR(tProbability(3.182, 3), 0.975, 1e-4);
+  EXPECT_NEAR(tProbability(2.750, 30), 0.995, 1e-4);
+  for (int v = 1; v <= 9; ++v) {
+    EXPECT_EQ(tProbability(0, v), 0.5) << v;
+    EXPECT_NEAR(tProbability(-1.7, v), 1.0 - tProbability(1.7, v), 1e-15) << v;
+  }
+  // v = 1 is the Cauchy distribution; the 2/pi of the series is held in 32 bits.
+  for (double t : {-3.0, 0.5, 1.0, 12.0}) {
+    EXPECT_NEAR(tProbability(t, 1), std::atan(t) / std::numbers::pi + 0.5, 1e-7) << t;
+    EXPECT_NEAR(tProbability(t, 2), 0.5 + t / (2.0 * std::sqrt(2.0 + t * t)), 1e-15) << t;
+  }
+}
+
+}  // namespace
+}  // namespace kestrow
