@@ -20,6 +20,7 @@
 #include "core/ProblemJson.h"
 #include "core/Sentinels.h"
 #include "core/Text.h"
+#include "stats/TableReaders.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
 #include "core/Ui.h"
@@ -51,7 +52,9 @@ const char* USAGE_TEXT =
     "  stat ROUTINE ARGS...          call one statistical routine and print its result: FValue P v1 v2,\n"
     "                                FProbability F v1 v2, tProbability t v, NormalProbability z,\n"
     "                                NormalValue P, FormatSF digits value, FormatP decimals p,\n"
-    "                                FormatDecimals decimals value\n"
+    "                                FormatDecimals decimals value, ReadTableB n k, ReadTableC n column,\n"
+    "                                ReadTableD alpha v k, ReadTableF alpha v1 v2, ReadtPercent v alpha,\n"
+    "                                ReadDuncanRow f alpha\n"
     "\n"
     "options:\n"
     "  --yes        answer every question Yes (default: No)\n"
@@ -254,13 +257,29 @@ int Stat(const std::vector<std::string>& args) {
   static const Routine ROUTINES[] = {
       {"FValue", 3, "P v1 v2"},           {"FProbability", 3, "F v1 v2"}, {"tProbability", 2, "t v"},
       {"NormalProbability", 1, "z"},      {"NormalValue", 1, "P"},        {"FormatSF", 2, "digits value"},
-      {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"}};
+      {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"},
+      {"ReadTableB", 2, "n k"},           {"ReadTableC", 2, "n column"},  {"ReadTableD", 3, "alpha v k"},
+      {"ReadTableF", 3, "alpha v1 v2"},   {"ReadtPercent", 2, "v alpha"}, {"ReadDuncanRow", 2, "f alpha"}};
   const Routine* found = nullptr;
   for (const Routine& r : ROUTINES)
     if (routine == r.name) found = &r;
   if (!found) return Usage("stat knows no routine " + routine);
   if (args.size() != found->count + 1)
     return Usage("stat " + routine + " takes " + found->arguments);
+  // The table readers find their tables in the program folder.
+  if (routine.rfind("Read", 0) == 0) {
+    if (!FileExists(JoinPath(ProgramFolder(), "TABLES.MDB"))) {
+      std::cerr << "kestrow-cli: cannot find TABLES.MDB in " << ProgramFolder() << "\n";
+      return FAILED;
+    }
+    LoadSettings();
+    OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language);
+  }
+  if (routine == "ReadTableC") {
+    if (!IsNumeric(args[1])) return Usage("stat ReadTableC: " + args[1] + " is not a number");
+    std::cout << ShortestText(ReadTableC(static_cast<std::int16_t>(Val(args[1])), args[2])) << "\n";
+    return std::cout.good() ? OK : FAILED;
+  }
   std::vector<float> x;
   for (std::size_t i = 1; i < args.size(); ++i) {
     float value = ParseFloat(args[i]);
@@ -283,6 +302,23 @@ int Stat(const std::vector<std::string>& args) {
     out = ShortestText(NormalProbability(x[0]));
   } else if (routine == "NormalValue") {
     out = ShortestText(NormalValue(x[0]));
+  } else if (routine == "ReadTableB") {
+    float v = MISSING_VALUE, d2 = MISSING_VALUE;
+    ReadTableB(static_cast<std::int16_t>(x[0]), static_cast<std::int16_t>(x[1]), v, d2);
+    out = ShortestText(v) + "\n" + ShortestText(d2);
+  } else if (routine == "ReadTableD") {
+    float h = MISSING_VALUE;
+    ReadTableD(x[0], x[1], static_cast<std::int16_t>(x[2]), h);
+    out = ShortestText(h);
+  } else if (routine == "ReadTableF") {
+    out = ShortestText(ReadTableF(x[0], x[1], x[2]));
+  } else if (routine == "ReadtPercent") {
+    out = ShortestText(ReadtPercent(static_cast<std::int16_t>(x[0]), x[1]));
+  } else if (routine == "ReadDuncanRow") {
+    DuncanRows table {};
+    ReadDuncanRow(static_cast<std::int16_t>(x[0]), x[1], table);
+    // p and the significant range of each of the 13 columns.
+    for (int i = 1; i <= 13; ++i) out += (i > 1 ? "\n" : "") + ShortestText(table[i][1]) + "\t" + ShortestText(table[i][2]);
   } else {
     if (!whole(x[0], 0, 20)) return Usage("stat " + routine + ": " + args[1] + " is not a whole number from 0 to 20");
     int n = static_cast<int>(x[0]);

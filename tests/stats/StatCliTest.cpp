@@ -5,6 +5,8 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 #include <utility>
 
 #include "core/TestSupport.h"
@@ -48,6 +50,31 @@ TEST(StatCli, RefusesUnknownRoutinesWrongCountsAndNonNumbers) {
     EXPECT_TRUE(r.out.empty()) << args;
     EXPECT_EQ(r.err.rfind("kestrow-cli: stat", 0), 0u) << args;
   }
+}
+
+}  // namespace
+}  // namespace kestrow
+
+namespace kestrow {
+namespace {
+
+// The table readers through kestrow-cli stat, against printed values.
+TEST(StatCliTables, TheReadersAnswerThroughTheCommandLine) {
+  auto run = [](const std::string& args) {
+    std::string out = ::testing::TempDir() + "/stat-tables.out";
+    std::string command = std::string(KESTROW_CLI) + " stat " + args + " >" + out + " 2>/dev/null";
+    int status = std::system(command.c_str());
+    std::ifstream in(out);
+    std::stringstream s;
+    s << in.rdbuf();
+    return std::make_pair(WIFEXITED(status) ? WEXITSTATUS(status) : -1, s.str());
+  };
+  EXPECT_EQ(run("ReadtPercent 10 0.025"), std::make_pair(0, std::string("2.228\n")));
+  EXPECT_EQ(run("ReadTableF 0.05 1 10"), std::make_pair(0, std::string("4.96\n")));
+  EXPECT_EQ(run("ReadTableC 5 D4"), std::make_pair(0, std::string("2.114\n")));
+  EXPECT_EQ(run("ReadTableC 4 D3"), std::make_pair(0, std::string("-999999900\n")));  // no lower limit
+  EXPECT_EQ(run("ReadTableB 5 1"), std::make_pair(0, std::string("3.83\n2.481\n")));
+  EXPECT_EQ(run("ReadTableB").first, 2);
 }
 
 }  // namespace
