@@ -1,7 +1,9 @@
 #include "core/IniFile.h"
 
+#include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "core/Text.h"
@@ -46,11 +48,12 @@ bool KeyOf(const std::string& line, std::string& key, std::string& value) {
 
 }  // namespace
 
-std::string ReadINI(const std::string& file, const std::string& section, const std::string& key,
-                    const std::string& defaultValue) {
+IniText::IniText(std::string file) : file_(std::move(file)), lines_(ReadLines(file_)) {}
+
+std::string IniText::Get(const std::string& section, const std::string& key, const std::string& defaultValue) const {
   std::string current, k, v;
   bool inSection = false;
-  for (const std::string& line : ReadLines(file)) {
+  for (const std::string& line : lines_) {
     if (SectionOf(line, current)) {
       inSection = EqualsNoCase(current, section);
     } else if (inSection && KeyOf(line, k, v) && EqualsNoCase(k, key)) {
@@ -60,13 +63,13 @@ std::string ReadINI(const std::string& file, const std::string& section, const s
   return defaultValue.substr(0, 255);
 }
 
-bool WriteINI(const std::string& file, const std::string& section, const std::string& key, const std::string& value) {
-  std::vector<std::string> lines = ReadLines(file);
+void IniText::Set(const std::string& section, const std::string& key, const std::string& value) {
   std::string current, k, v;
   int sectionAt = -1, keyAt = -1, lastInSection = -1;
   bool inSection = false;
-  for (int i = 0; i < static_cast<int>(lines.size()); ++i) {
-    if (SectionOf(lines[static_cast<std::size_t>(i)], current)) {
+  for (int i = 0; i < static_cast<int>(lines_.size()); ++i) {
+    const std::string& line = lines_[static_cast<std::size_t>(i)];
+    if (SectionOf(line, current)) {
       inSection = EqualsNoCase(current, section);
       if (inSection && sectionAt < 0) {
         sectionAt = i;
@@ -75,28 +78,42 @@ bool WriteINI(const std::string& file, const std::string& section, const std::st
       continue;
     }
     if (!inSection) continue;
-    if (!Trim(lines[static_cast<std::size_t>(i)]).empty()) lastInSection = i;
-    if (keyAt < 0 && KeyOf(lines[static_cast<std::size_t>(i)], k, v) && EqualsNoCase(k, key)) keyAt = i;
+    if (!Trim(line).empty()) lastInSection = i;
+    if (keyAt < 0 && KeyOf(line, k, v) && EqualsNoCase(k, key)) keyAt = i;
   }
   std::string entry = key + "=" + value;
   if (keyAt >= 0) {
-    lines[static_cast<std::size_t>(keyAt)] = entry;
+    lines_[static_cast<std::size_t>(keyAt)] = entry;
   } else if (sectionAt >= 0) {
-    lines.insert(lines.begin() + lastInSection + 1, entry);
+    lines_.insert(lines_.begin() + lastInSection + 1, entry);
   } else {
-    if (!lines.empty() && !Trim(lines.back()).empty()) lines.push_back("");
-    lines.push_back("[" + section + "]");
-    lines.push_back(entry);
+    if (!lines_.empty() && !Trim(lines_.back()).empty()) lines_.push_back("");
+    lines_.push_back("[" + section + "]");
+    lines_.push_back(entry);
   }
+}
+
+bool IniText::Save() const {
   std::ostringstream text;
-  for (const std::string& line : lines) text << line << "\r\n";
-  std::string tmp = file + ".tmp";
+  for (const std::string& line : lines_) text << line << "\r\n";
+  std::string tmp = file_ + ".tmp";
   {
     std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
     out << text.str();
     if (!out.flush()) return false;
   }
-  return std::rename(tmp.c_str(), file.c_str()) == 0;
+  return std::rename(tmp.c_str(), file_.c_str()) == 0;
+}
+
+std::string ReadINI(const std::string& file, const std::string& section, const std::string& key,
+                    const std::string& defaultValue) {
+  return IniText(file).Get(section, key, defaultValue);
+}
+
+bool WriteINI(const std::string& file, const std::string& section, const std::string& key, const std::string& value) {
+  IniText ini(file);
+  ini.Set(section, key, value);
+  return ini.Save();
 }
 
 }  // namespace kestrow

@@ -211,19 +211,20 @@ Settings DefaultSettings() {
 
 void LoadSettings(const std::string& file) {
   Settings s = DefaultSettings();
+  const IniText ini(file);
   for (const Key& key : Keys()) {
     if (!key.read) continue;
-    std::string text = ReadINI(file, key.section, key.name, ABSENT);
+    std::string text = ini.Get(key.section, key.name, ABSENT);
     if (text != ABSENT) key.read(s, text);
   }
   gSettings = s;
 }
 
 bool SaveSettings(const std::string& file) {
-  bool ok = true;
+  IniText ini(file);
   for (const Key& key : Keys())
-    if (key.write && !WriteINI(file, key.section, key.name, key.write(gSettings))) ok = false;
-  return ok;
+    if (key.write) ini.Set(key.section, key.name, key.write(gSettings));
+  return ini.Save();
 }
 
 std::string DataDir() {

@@ -7,6 +7,7 @@
 
 #include "core/CueCards.h"
 #include "core/Settings.h"
+#include "shell/Buttons.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
@@ -25,10 +26,8 @@ frmCueCard::frmCueCard(const std::string& cardText, QWidget* parent) : QDialog(p
   QFont f = lblCueText->font();
   f.setPointSizeF(f.pointSizeF() * (1.0 + 0.2 * gSettings.CardFontSize));
   lblCueText->setFont(f);
-  auto* ok = new QPushButton("OK", this);
-  ok->setObjectName("cmdOK");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(ok, QDialogButtonBox::AcceptRole);
+  auto* ok = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(lblCueText);

@@ -12,6 +12,7 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/Buttons.h"
 #include "shell/LevelGrid.h"
 #include "shell/Translate.h"
 
@@ -56,17 +57,11 @@ frmFactor::frmFactor(EditMode mode, const std::string& key, QWidget* parent) : Q
   fields->addRow(lblAbbr, txtAbbr);
   fields->addRow(lblDesc, txtDesc);
 
-  cmdOK = new QPushButton("OK", this);
-  cmdOK->setObjectName("cmdOK");
-  cmdOK->setDefault(true);
-  cmdCancel = new QPushButton("Cancel", this);
-  cmdCancel->setObjectName("cmdCancel");
-  cmdNext = new QPushButton("&Next", this);
-  cmdNext->setObjectName("cmdNext");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(cmdNext, QDialogButtonBox::ActionRole);
-  buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+  cmdNext = AddButton(buttons, "cmdNext", "&Next", QDialogButtonBox::ActionRole);
+  cmdOK = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
+  cmdOK->setDefault(true);
+  cmdCancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
 
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(fields);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "core/Ui.h"
+#include "shell/Buttons.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
@@ -35,14 +36,10 @@ frmRV::frmRV(EditMode mode, const std::string& key, QWidget* parent) : QDialog(p
   txtUnits = field("txtUnits", "Units:", "lblUnits");
   txtTarget = field("txtTarget", "Target:", "lblTarget");
 
-  cmdOK = new QPushButton("OK", this);
-  cmdOK->setObjectName("cmdOK");
-  cmdOK->setDefault(true);
-  cmdCancel = new QPushButton("Cancel", this);
-  cmdCancel->setObjectName("cmdCancel");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+  cmdOK = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
+  cmdOK->setDefault(true);
+  cmdCancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(fields);
   layout->addWidget(buttons);

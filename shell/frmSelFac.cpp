@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/Buttons.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
@@ -131,13 +132,9 @@ frmList::frmList(const std::vector<Row>& rows, QWidget* parent) : QDialog(parent
     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
     item->setCheckState(r.checked ? Qt::Checked : Qt::Unchecked);
   }
-  auto* ok = new QPushButton("OK", this);
-  ok->setObjectName("cmdOK");
-  auto* cancel = new QPushButton("Cancel", this);
-  cancel->setObjectName("cmdCancel");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(ok, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cancel, QDialogButtonBox::RejectRole);
+  auto* ok = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
+  auto* cancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);

@@ -11,6 +11,7 @@
 
 #include "core/Study.h"
 #include "core/Ui.h"
+#include "shell/Buttons.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
@@ -52,17 +53,11 @@ frmXform::frmXform(Study& study, QWidget* parent) : QDialog(parent), form_(study
   fields->addRow(lblA, txtA);
   fields->addRow(lblB, txtB);
   layout->addLayout(fields);
-  cmdCompute = new QPushButton("Recompute", this);
-  cmdCompute->setObjectName("cmdCompute");
-  cmdOK = new QPushButton("OK", this);
-  cmdOK->setObjectName("cmdOK");
-  cmdOK->setDefault(true);
-  cmdCancel = new QPushButton("Cancel", this);
-  cmdCancel->setObjectName("cmdCancel");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(cmdCompute, QDialogButtonBox::ActionRole);
-  buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+  cmdCompute = AddButton(buttons, "cmdCompute", "Recompute", QDialogButtonBox::ActionRole);
+  cmdOK = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
+  cmdOK->setDefault(true);
+  cmdCancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
   layout->addWidget(buttons);
 
   connect(cmbRV, &QComboBox::currentIndexChanged, this, [this](int i) {

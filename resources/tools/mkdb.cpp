@@ -102,6 +102,15 @@ bool Exec(sqlite3* db, const std::string& sql) {
   return false;
 }
 
+// Inserts the row bound to the statement and makes it ready for the next;
+// a failure is reported.
+bool StepRow(sqlite3* db, sqlite3_stmt* st) {
+  bool ok = sqlite3_step(st) == SQLITE_DONE;
+  if (!ok) std::cerr << "mkdb: " << sqlite3_errmsg(db) << "\n";
+  sqlite3_reset(st);
+  return ok;
+}
+
 bool WriteTable(sqlite3* db, const std::string& name, const Table& t, const std::vector<std::string>& types) {
   std::string create = "CREATE TABLE " + name + " (";
   std::string insert = "INSERT INTO " + name + " VALUES (";
@@ -122,11 +131,10 @@ bool WriteTable(sqlite3* db, const std::string& name, const Table& t, const std:
         sqlite3_bind_text(st, static_cast<int>(i + 1), Unescape(row[i]).c_str(), -1, SQLITE_TRANSIENT);
       }
     }
-    if (sqlite3_step(st) != SQLITE_DONE) {
-      std::cerr << "mkdb: " << sqlite3_errmsg(db) << "\n";
+    if (!StepRow(db, st)) {
+      sqlite3_finalize(st);
       return false;
     }
-    sqlite3_reset(st);
   }
   sqlite3_finalize(st);
   return true;
@@ -441,12 +449,7 @@ bool WriteFractions(sqlite3* db, const std::vector<Fraction>& fractions) {
       else
         sqlite3_bind_null(st, 6 + i);
     }
-    if (sqlite3_step(st) != SQLITE_DONE) {
-      std::cerr << "mkdb: " << sqlite3_errmsg(db) << "\n";
-      ok = false;
-      break;
-    }
-    sqlite3_reset(st);
+    if (!(ok = StepRow(db, st))) break;
   }
   sqlite3_finalize(st);
   return ok;
@@ -464,12 +467,7 @@ bool WriteContrasts(sqlite3* db, const std::vector<OrthoContrast>& contrasts) {
     sqlite3_bind_int(st, 2, c.index);
     sqlite3_bind_text(st, 3, c.name.c_str(), -1, SQLITE_TRANSIENT);
     sqlite3_bind_text(st, 4, c.list.c_str(), -1, SQLITE_TRANSIENT);
-    if (sqlite3_step(st) != SQLITE_DONE) {
-      std::cerr << "mkdb: " << sqlite3_errmsg(db) << "\n";
-      ok = false;
-      break;
-    }
-    sqlite3_reset(st);
+    if (!(ok = StepRow(db, st))) break;
   }
   sqlite3_finalize(st);
   return ok;
