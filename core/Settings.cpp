@@ -1,10 +1,10 @@
 #include "core/Settings.h"
 
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <vector>
 
+#include "core/Clock.h"
 #include "core/Globals.h"
 #include "core/IniFile.h"
 #include "core/Paths.h"
@@ -284,12 +284,7 @@ std::string ExpandTitleMacros(const std::string& text, const TitleContext& c) {
 
 TitleContext CurrentTitleContext() {
   TitleContext c;
-  char buf[32];
-  std::time_t now = std::time(nullptr);
-  std::tm local {};
-  localtime_r(&now, &local);
-  std::strftime(buf, sizeof buf, "%Y-%m-%d", &local);
-  c.date = buf;
+  c.date = ShortDate();
   if (gProblem) {
     c.problemPath = gProblem->sPathFileName;
     c.problemName = gProblem->sName;
