@@ -51,10 +51,15 @@ std::string GetFName(const std::string& path) {
   return at == std::string::npos ? path : path.substr(at + 1);
 }
 
+std::size_t ExtensionDot(const std::string& path) {
+  std::size_t at = LastSeparator(path);
+  std::size_t dot = path.rfind('.');
+  return dot == std::string::npos || (at != std::string::npos && dot < at) ? path.size() : dot;
+}
+
 std::string GetFExt(const std::string& path) {
-  std::string name = GetFName(path);
-  std::size_t dot = name.rfind('.');
-  return dot == std::string::npos ? std::string() : name.substr(dot + 1);
+  std::size_t dot = ExtensionDot(path);
+  return dot == path.size() ? std::string() : path.substr(dot + 1);
 }
 
 void SetProgramFolder(const std::string& folder) { ProgramFolderOverride() = folder; }

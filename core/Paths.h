@@ -20,6 +20,9 @@ bool FileExists(const std::string& path);
 std::string GetFPath(const std::string& path);
 std::string GetFName(const std::string& path);
 std::string GetFExt(const std::string& path);
+// Where the extension's dot stands in the path, or the path's length when the
+// name has none.
+std::size_t ExtensionDot(const std::string& path);
 
 // The program folder: $KESTROW_HOME when set, else the folder of the running
 // executable.

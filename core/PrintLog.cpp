@@ -7,6 +7,7 @@
 #include "core/Clock.h"
 #include "core/Globals.h"
 #include "core/Grid.h"
+#include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "core/Ui.h"
@@ -77,11 +78,9 @@ int& GraphicCount() { return gGraphicCount; }
 
 std::string NextGraphicName(const std::string& name) {
   if (gGraphicCount < 1) return name;
-  std::size_t slash = name.find_last_of('/');
-  std::size_t dot = name.find_last_of('.');
-  if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) dot = name.size();
-  std::size_t stemStart = slash == std::string::npos ? 0 : slash + 1;
-  std::size_t cut = dot - std::min<std::size_t>(3, dot - stemStart);
+  std::size_t dot = ExtensionDot(name);
+  std::size_t stem = GetFName(name.substr(0, dot)).size();
+  std::size_t cut = dot - std::min<std::size_t>(3, stem);
   std::string digits = std::to_string(1000 + gGraphicCount);
   ++gGraphicCount;
   return name.substr(0, cut) + digits.substr(digits.size() - 3) + name.substr(dot);

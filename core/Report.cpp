@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "core/Ui.h"
@@ -55,6 +56,15 @@ void PutAt(std::vector<std::string>& line, int at, const std::string& text) {
 }
 
 }  // namespace
+
+std::string NextReportFile() {
+  const std::string& name = gSettings.ReportFile;
+  if (gSettings.ReportNumber < 0) return name;
+  std::size_t dot = ExtensionDot(name);
+  std::string file = name.substr(0, dot) + std::to_string(gSettings.ReportNumber) + name.substr(dot);
+  gSettings.ReportNumber = static_cast<std::int16_t>(gSettings.ReportNumber == 32767 ? 0 : gSettings.ReportNumber + 1);
+  return file;
+}
 
 bool Report::RepOpen(const std::string& file) {
   file_.close();

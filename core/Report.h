@@ -17,6 +17,11 @@ inline constexpr char REP_RIGHT = '\xF2';         // right aligned
 inline constexpr char REP_DASHES = '\xF4';        // a rule as wide as the column, left aligned
 inline constexpr char REP_DASHES_RIGHT = '\xF5';  // the same rule, right aligned
 
+// The file for the next text report: the setting ReportFile itself when
+// ReportNumber is -1, otherwise that name with the running number before its
+// extension, after which the number goes up.
+std::string NextReportFile();
+
 class Report {
  public:
   // Opens the file for output, replacing it; false if it cannot be made.

@@ -36,6 +36,10 @@ class ScriptedUi : public Ui {
     return Next(Answer::Cancel) == Answer::Ok;
   }
 
+  void ShowTextFile(const std::string& editor, const std::string& file) override {
+    messages.push_back({"editor", editor + " " + file});
+  }
+
   std::string SaveFileDialog(const std::string& title, const std::string&, const std::string&,
                              const std::string&) override {
     messages.push_back({"savedialog", title});

@@ -26,6 +26,8 @@ class Ui {
     (void)title, (void)folder, (void)filter, (void)name;
     return std::string();
   }
+  // Shows a text file in the given editor program, without waiting for it.
+  virtual void ShowTextFile(const std::string& editor, const std::string& file) { (void)editor, (void)file; }
   // The warning sound of a refused entry.
   virtual void Beep() {}
   // Long loops call these so that the window stays alive and Stop works.

@@ -1,16 +1,18 @@
 // kestrow-cli: the engine without a window, for scripts, tests and benchmarks.
 // Exit codes: 0 success, 1 a refused or failed operation, 2 bad usage.
+#include <unistd.h>
+
+#include <chrono>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <chrono>
-#include <map>
 
 #include "core/Globals.h"
 #include "core/Json.h"
@@ -19,16 +21,18 @@
 #include "core/Problem.h"
 #include "core/ProblemJson.h"
 #include "core/Sentinels.h"
-#include "core/Text.h"
-#include "stats/TableReaders.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
+#include "core/Text.h"
 #include "core/Ui.h"
+#include "data/Statistics.h"
+#include "data/StudyReports.h"
 #include "designs/DesignSelection.h"
 #include "stats/FProbability.h"
 #include "stats/FValue.h"
 #include "stats/Formatters.h"
 #include "stats/Normal.h"
+#include "stats/TableReaders.h"
 #include "stats/tProbability.h"
 
 namespace kestrow {
@@ -49,6 +53,8 @@ const char* USAGE_TEXT =
     "  design FILE.KSW --study KEY --row N [-o OUT.KSW]\n"
     "                                build the design of row N (from 1) for the study, make its\n"
     "                                data array and run order, and save (over FILE without -o)\n"
+    "  report FILE.KSW --study KEY stats|worksheet\n"
+    "                                the study's statistics report or data worksheet as text\n"
     "  stat ROUTINE ARGS...          call one statistical routine and print its result: FValue P v1 v2,\n"
     "                                FProbability F v1 v2, tProbability t v, NormalProbability z,\n"
     "                                NormalValue P, FormatSF digits value, FormatP decimals p,\n"
@@ -205,6 +211,39 @@ int Designs(const std::vector<std::string>& words) {
   return std::cout.good() ? OK : FAILED;
 }
 
+int ReportCommand(const std::vector<std::string>& words) {
+  Args a;
+  std::string complaint;
+  if (!ParseArgs(words, {"--study"}, a, complaint)) return Usage(complaint);
+  if (a.positional.size() != 2 || !a.options.count("--study") ||
+      (a.positional[1] != "stats" && a.positional[1] != "worksheet"))
+    return Usage("report takes a problem file, --study KEY and stats or worksheet");
+  LoadSettings();
+  if (!OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language)) {
+    std::cerr << "kestrow-cli: " << LanguageError() << "\n";
+    return FAILED;
+  }
+  auto problem = LoadProblem(a.positional[0]);
+  if (!problem) return FAILED;
+  Study* s = FindStudy(*problem, a);
+  if (!s) return FAILED;
+  bool stats = a.positional[1] == "stats";
+  Statistics st;
+  std::string refusal = stats ? StatsRefusal(s, st) : WorksheetRefusal(s);
+  if (!refusal.empty()) {
+    std::cerr << "kestrow-cli: " << refusal << "\n";
+    return FAILED;
+  }
+  std::string file = (std::filesystem::temp_directory_path() / ("kestrow-report-" + std::to_string(getpid()) + ".txt")).string();
+  bool ok = stats ? WriteStats(*problem, *s, st, file) : WriteWorksheet(*problem, *s, file);
+  if (ok) {
+    std::ifstream in(file, std::ios::binary);
+    std::cout << in.rdbuf();
+  }
+  std::filesystem::remove(file);
+  return ok && std::cout.good() ? OK : FAILED;
+}
+
 int DesignCommand(const std::vector<std::string>& words) {
   Args a;
   std::string complaint;
@@ -355,6 +394,7 @@ int Run(int argc, char** argv) {
       std::chrono::system_clock::now().time_since_epoch().count()));
   if (command == "designs") return Designs(args);
   if (command == "design") return DesignCommand(args);
+  if (command == "report") return ReportCommand(args);
   for (const std::string& a : args)
     if (a.size() > 1 && a[0] == '-' && a[1] == '-') return Usage("unknown option " + a);
   if (command == "to-json") return ToJson(args);

@@ -121,12 +121,25 @@ TEST(Cli, ARefusedOrFailedOperationExitsOne) {
   r = Cli(dir, "from-json " + Source("PlasmaEtch") + " /nonexistent/folder/x.KSW");
   EXPECT_EQ(r.code, 1);
   EXPECT_NE(r.err.find("[Save]"), std::string::npos);
+  r = Cli(dir, "report " + Sampdata("PlasmaEtch") + " --study s9 stats");
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find("no study with the key s9"), std::string::npos);
+}
+
+TEST(Cli, ReportPrintsTheStudysReport) {
+  TempDir dir;
+  for (const char* kind : {"stats", "worksheet"}) {
+    Result r = Cli(dir, "report " + Sampdata("PlasmaEtch") + " --study s1 " + kind);
+    EXPECT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(r.out.rfind(std::string(kind) == "stats" ? "Statistics report - " : "Data worksheet - ", 0), 0u);
+    EXPECT_NE(r.out.find("Study: Screening\n"), std::string::npos);
+  }
 }
 
 TEST(Cli, BadUsageExitsTwo) {
   TempDir dir;
   for (const char* args : {"", "frobnicate", "to-json", "to-json a b", "from-json a", "export", "--home",
-                           "to-json --colour x.KSW"}) {
+                           "to-json --colour x.KSW", "report x.KSW --study s1 summary", "report x.KSW stats"}) {
     Result r = Cli(dir, args);
     EXPECT_EQ(r.code, 2) << args;
     EXPECT_NE(r.err.find("usage: kestrow-cli"), std::string::npos) << args;
