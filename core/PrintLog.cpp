@@ -7,6 +7,7 @@
 #include "core/Clock.h"
 #include "core/Globals.h"
 #include "core/Grid.h"
+#include "core/Language.h"
 #include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Text.h"
@@ -72,6 +73,12 @@ void CloseLog() {
   LogLine(std::string(80, '-'));
   gLogFile.close();
   CurrentUi().InfoBox(std::to_string(gLogLines) + " lines written");
+}
+
+void ViewLog() {
+  if (gSettings.TextEd.empty()) return InfoBox(GetText("MNerra"));
+  if (!FileExists(gSettings.PrintLog)) return InfoBox(GetText("MNerrf"));
+  CurrentUi().ShowTextFile(gSettings.TextEd, gSettings.PrintLog);
 }
 
 int& GraphicCount() { return gGraphicCount; }

@@ -21,6 +21,10 @@ void LogGrid(int col1, int col2, const Grid& grid);
 // Writes the rule, closes, and tells how many lines were written.
 void CloseLog();
 
+// Shows the print log in the text editor of the setting TextEd; without an
+// editor or without the file, says so.
+void ViewLog();
+
 // The counter of numbered graphics: 0 for a plain graphic name, from 1 on the
 // number the next name carries.
 int& GraphicCount();

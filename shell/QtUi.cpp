@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QProcess>
 
 #include "core/Sentinels.h"
 
@@ -53,6 +54,11 @@ std::string QtUi::SaveFileDialog(const std::string& title, const std::string& fo
   QString qtFilter = Q(filter.substr(0, filter.find('|')));
   QString start = QDir(Q(folder)).filePath(Q(name));
   return QFileDialog::getSaveFileName(parent_, Q(title), start, qtFilter).toStdString();
+}
+
+void QtUi::ShowTextFile(const std::string& editor, const std::string& file) {
+  if (!QProcess::startDetached(QString::fromStdString(editor), {QString::fromStdString(file)}))
+    ErrorBox("The text editor " + editor + " cannot be started.");
 }
 
 void QtUi::Beep() { QApplication::beep(); }

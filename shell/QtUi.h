@@ -21,6 +21,7 @@ class QtUi : public Ui {
   void DoEvents() override;
   std::string SaveFileDialog(const std::string& title, const std::string& folder, const std::string& filter,
                              const std::string& name) override;
+  void ShowTextFile(const std::string& editor, const std::string& file) override;
   void Beep() override;
 
  private:

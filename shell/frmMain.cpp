@@ -22,6 +22,7 @@
 #include "core/ProblemTree.h"
 #include "core/Settings.h"
 #include "core/Ui.h"
+#include "data/StudyReports.h"
 #include "shell/Colours.h"
 #include "shell/DataGridDelegate.h"
 #include "shell/GridModel.h"
@@ -270,7 +271,7 @@ void frmMain::BuildToolbar() {
                             {8, nullptr, nullptr},
                             {9, "CueCard", &frmMain::ToolsCueCard},
                             {10, nullptr, nullptr},
-                            {11, "ViewLog", nullptr},
+                            {11, "ViewLog", &frmMain::ToolsViewLog},
                             {12, "ViewDes", &frmMain::ToolsViewDes},
                             {13, "TreeYes", &frmMain::ToolsFlipTree},
                             {14, nullptr, nullptr},
@@ -349,8 +350,10 @@ void frmMain::ProblemToTree() {
     item->setText(0, Q(n.caption));
     item->setData(0, Qt::UserRole, Q(n.key));
     if (gSettings.TreeIcons) item->setIcon(0, TreeIcon(n.icon));
-    // Analyses and reports come with later parts of the program.
-    if (n.key[0] == 'z' || n.key[0] == 'e') item->setDisabled(true);
+    // Analyses and the reports other than the statistics report and the
+    // worksheet come with later parts of the program.
+    NodeRef ref = ParseNodeKey(n.key);
+    if (ref.kind == 'z' || (ref.kind == 'e' && ref.number != 2 && ref.number != 4)) item->setDisabled(true);
     nodes_[n.key] = item;
   }
   for (const char* key : {"P", "F", "V", "S"})
@@ -448,6 +451,11 @@ void frmMain::NodeClick(const std::string& key) {
       break;
     case 'd':
       ShowDataGrid();
+      break;
+    case 'e':
+      ClearPane();
+      if (ref.number == 2) ShowStats(*gProblem, gStudy);
+      if (ref.number == 4) ShowWorksheet(*gProblem, gStudy);
       break;
     default:
       ClearPane();

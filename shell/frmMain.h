@@ -90,6 +90,7 @@ class frmMain : public QMainWindow {
   void ToolsQuickStudy();
   void NewWizard();
   void ToolsViewDes();
+  void ToolsViewLog();
   void mnuStudyRandomise_Click();
   void mnuStudyTransform_Click();
   void mnuEditCopy_Click();

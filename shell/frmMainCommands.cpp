@@ -12,6 +12,7 @@
 #include "core/Language.h"
 #include "core/MainCommands.h"
 #include "core/Paths.h"
+#include "core/PrintLog.h"
 #include "core/ProblemTree.h"
 #include "core/Settings.h"
 #include "core/Text.h"
@@ -158,6 +159,8 @@ void frmMain::NewWizard() {
   ClearPane();
   UpdateMenus();
 }
+
+void frmMain::ToolsViewLog() { ViewLog(); }
 
 void frmMain::ToolsViewDes() {
   if (!gStudy || gStudy->sDesignName.empty()) return;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Grid.h"
+#include "core/Language.h"
 #include "core/PrintLog.h"
 #include "core/Report.h"
 #include "core/TestSupport.h"
@@ -97,6 +98,22 @@ TEST_F(ReportTest, PrintLogAppendsHeadingGridAndRuleAndCountsTheLines) {
   gSettings.PrintLog = dir / "no-such-folder/log.txt";
   EXPECT_FALSE(OpenLog(true));
   EXPECT_EQ(ui->messages.back().kind, "error");
+}
+
+TEST_F(ReportTest, ViewLogNeedsAnEditorAndALog) {
+  OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English");
+  gSettings.PrintLog = dir / "log.txt";
+  gSettings.TextEd.clear();
+  ViewLog();
+  EXPECT_EQ(ui->messages.back().text, GetText("MNerra"));
+  gSettings.TextEd = "/usr/bin/editor";
+  ViewLog();
+  EXPECT_EQ(ui->messages.back().text, GetText("MNerrf"));
+  test::WriteFile(gSettings.PrintLog, "entry\n");
+  ViewLog();
+  EXPECT_EQ(ui->messages.back().kind, "editor");
+  EXPECT_EQ(ui->messages.back().text, "/usr/bin/editor " + gSettings.PrintLog);
+  CloseLanguage();
 }
 
 TEST(PrintLog, NumberedGraphicNamesReplaceTheStemsLastThreeCharacters) {

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -13,6 +14,7 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QFile>
 #include <QtTest>
 
 #include "core/Globals.h"
@@ -90,6 +92,20 @@ class tst_frmMain : public QObject {
     w.NodeClick("d1");
     QCOMPARE(w.PaneName(), std::string("Data"));
     QCOMPARE(w.grdMain->model()->data(w.grdMain->model()->index(2, 1)).toString(), QString("150"));
+  }
+
+  void theReportNodesShowTheirReportsInTheEditor() {
+    frmMain w;
+    w.Load();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    QVERIFY(!w.Node("e1+2")->isDisabled() && !w.Node("e1+4")->isDisabled() && w.Node("e1+1")->isDisabled());
+    gSettings.TextEd = "/usr/bin/editor";
+    gSettings.ReportFile = config_.filePath("KSTREP.TXT").toStdString();
+    w.NodeClick("e1+4");
+    QCOMPARE(ui_->messages.back().kind, std::string("editor"));
+    QVERIFY(QFile(config_.filePath("KSTREP.TXT")).size() > 0);
+    w.NodeClick("e1+2");
+    QCOMPARE(ui_->messages.back().text, "/usr/bin/editor " + gSettings.ReportFile);
   }
 
   void typingIntoTheGridKeepsTheFloatAndRefusesNonsense() {
