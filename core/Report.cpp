@@ -15,11 +15,14 @@ namespace {
 constexpr int LAST_COLUMN = 200;
 constexpr std::size_t LINE_WIDTH = 320;
 
-std::vector<std::string> SplitBars(const std::string& list) {
-  std::vector<std::string> items;
+// The items of a row cut at "|"; false, with the error reported, when they
+// would reach past the last column.
+bool SplitColumns(const std::string& list, const char* procedure, std::vector<std::string>& items) {
   std::string rest = list;
   while (!rest.empty()) items.push_back(PopBar(rest));
-  return items;
+  if (static_cast<int>(items.size()) + 1 <= LAST_COLUMN) return true;
+  ReportError("Subscript out of range", procedure);
+  return false;
 }
 
 // The characters of a UTF-8 text, one string each, so that columns count
@@ -86,13 +89,10 @@ void Report::RepClose() { file_.close(); }
 
 bool Report::RepFormatColumns(const std::string& list) {
   aCol[1] = 1;
-  std::vector<std::string> items = SplitBars(list);
+  std::vector<std::string> items;
+  if (!SplitColumns(list, "RepFormatColumns", items)) return false;
   for (std::size_t k = 0; k < items.size(); ++k) {
     int i = static_cast<int>(k) + 1;
-    if (i + 1 > LAST_COLUMN) {
-      ReportError("Subscript out of range", "RepFormatColumns");
-      return false;
-    }
     int width = 8;
     if (gSettings.ReportMode == 1) width = static_cast<int>(CharCount(items[k])) + 1;
     else if (gSettings.ReportMode == 2) width = gSettings.ReportColWidth;
@@ -104,13 +104,10 @@ bool Report::RepFormatColumns(const std::string& list) {
 bool Report::RepSendFormatted(const std::string& list, bool truncate) {
   std::vector<std::string> line(LINE_WIDTH, " ");
   std::string tabbed;
-  std::vector<std::string> items = SplitBars(list);
+  std::vector<std::string> items;
+  if (!SplitColumns(list, "RepSendFormatted", items)) return false;
   for (std::size_t k = 0; k < items.size(); ++k) {
     int i = static_cast<int>(k) + 1;
-    if (i + 1 > LAST_COLUMN) {
-      ReportError("Subscript out of range", "RepSendFormatted");
-      return false;
-    }
     int start = aCol[static_cast<std::size_t>(i)], next = aCol[static_cast<std::size_t>(i + 1)];
     std::string item = items[k];
     char align = REP_LEFT;
