@@ -72,15 +72,33 @@
 //   means with f degrees of freedom at the level (1 - alpha)^(p - 1).
 //   P(Q <= q) = integral P(W <= q s) g_f(s) ds with s = chi_f / sqrt f,
 //   integrated by the trapezoidal rule in u = ln s (smooth and fast decaying,
-//   so the rule converges geometrically). As in Duncan's tables a range is
+//   so the rule converges geometrically) where the density of u is within
+//   e^-40 of its top. As in Duncan's tables a range is
 //   never less than the one for fewer means: each value is raised to the one
 //   before it where it falls below. Rows f = 1..20, 22, 24, 26, 28, 30, 40,
 //   60, 100 and 10000 for infinity (the range itself). Two decimals.
 //
-// TableD (keys Alphax100, v; columns k = 3..20): the analysis-of-means
-//   decision factors h. The table is defined with its columns and holds no
-//   rows yet: the exact values (Nelson's, for equicorrelated deviations with
-//   rho = -1 / (k - 1)) need a method that is not written here.
+// TableD (keys Alphax100 = 1, 5, 10, v; columns k = 2..50, 55..100 by 5,
+//   110..200 by 10, 225..500 by 25): the analysis-of-means decision factors
+//   h of Ott (Ott, Process Quality Control, table A.14; Nelson, Journal of
+//   Quality Technology 15 (1983) 40-44, whose factors are these divided by
+//   sqrt((k - 1) / k)). With k averages of unit standard error and s their
+//   standard error estimated on v degrees of freedom, h is the point with
+//   P(max |x_i - xbar| <= h s) = 1 - alpha: the decision lines are
+//   xbar +- h s. The probability with s = 1 comes from the joint density of
+//   k standard normals z = m + u_i (m their mean, sum u_i = 0), which factors
+//   as exp(-k m^2 / 2) exp(-sum u_i^2 / 2); integrating m out leaves
+//       P(c) = sqrt(2 pi k) g*k(0),
+//   g*k the k-fold convolution of g(u) = phi(u) [|u| <= c]. By Fourier
+//   inversion g*k(0) = (1 / pi) integral_0^inf Q(t)^k dt, where
+//   Q(t) = integral_-c^c phi(u) cos(tu) du solves Q' = -t Q + 2 phi(c)
+//   sin(ct) with Q(0) = erf(c / sqrt 2); the equation is integrated by
+//   Runge-Kutta with step 0.005 and the powers summed by the trapezoidal
+//   rule. For k = 2, P(c) = erf(c) and h is t(alpha / 2, v) / sqrt 2. P is
+//   tabulated for c = 0, 0.01, ... 8 and studentized like the ranges above.
+//   Rows v = 1..30, 35, 40, 45, 50, 60, 70, 80, 90, 100, 120, 150, 200, 300,
+//   500, 1000, 2000, 5000, 10000 and 32767, above any degrees of freedom a
+//   study's range estimate can have. Two decimals.
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -197,75 +215,178 @@ double TUpper(double alpha, double v) {
   return std::sqrt(FUpper(2 * alpha, 1, v));
 }
 
-// The distribution of the range of p standard normals, tabulated.
-class RangeCdf {
+// A distribution function of a non-negative variable, tabulated at 0, step,
+// 2 step, ...; between the points a cubic (Catmull-Rom) interpolation, and 1
+// from the last interval on.
+class TabulatedCdf {
  public:
-  static constexpr double kStep = 0.02, kXMax = 9, kWMax = 16;
+  TabulatedCdf(double step, std::vector<double> values) : step_(step), cdf_(std::move(values)) {}
 
-  explicit RangeCdf(int p) {
-    int nx = static_cast<int>(std::lround(2 * kXMax / kStep));  // even: Simpson
-    int nw = static_cast<int>(std::lround(kWMax / kStep));
-    std::vector<double> phi(nx + nw + 1), dens(nx + 1);
-    for (int i = 0; i <= nx + nw; ++i) phi[i] = Phi(-kXMax + i * kStep);
-    for (int i = 0; i <= nx; ++i) {
-      double x = -kXMax + i * kStep;
-      double weight = (i == 0 || i == nx) ? 1 : (i % 2 ? 4 : 2);
-      dens[i] = weight * kStep / 3 * std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi);
-    }
-    cdf_.resize(nw + 1);
-    for (int j = 0; j <= nw; ++j) {
-      double sum = 0;
-      for (int i = 0; i <= nx; ++i) {
-        double d = phi[i + j] - phi[i], power = 1;
-        for (int e = 1; e < p; ++e) power *= d;
-        sum += dens[i] * power;
-      }
-      cdf_[j] = std::min(1.0, p * sum);
-    }
-  }
-
-  double operator()(double w) const {
-    if (w <= 0) return 0;
-    double pos = w / kStep;
-    int j = static_cast<int>(pos);
+  double operator()(double x) const {
+    if (x <= 0) return 0;
+    double pos = x / step_;
     int last = static_cast<int>(cdf_.size()) - 1;
-    if (j >= last - 1) return 1;
+    if (pos >= last - 1) return 1;
+    int j = static_cast<int>(pos);
     double t = pos - j;
-    double y0 = j > 0 ? cdf_[j - 1] : -cdf_[1];  // the cdf is odd about 0 to first order
+    double y0 = j > 0 ? cdf_[j - 1] : -cdf_[1];  // odd about 0 to first order
     double y1 = cdf_[j], y2 = cdf_[j + 1], y3 = cdf_[j + 2];
     return y1 + 0.5 * t * (y2 - y0 + t * (2 * y0 - 5 * y1 + 4 * y2 - y3 + t * (3 * (y1 - y2) + y3 - y0)));
   }
 
-  // E(W) and E(W^2) by Simpson's rule over the tabulated points.
+  // E(X) and E(X^2) by Simpson's rule over the tabulated points.
   void Moments(double& mean, double& meanSquare) const {
     mean = meanSquare = 0;
     int n = static_cast<int>(cdf_.size()) - 1;
     for (int j = 0; j <= n; ++j) {
       double weight = (j == 0 || j == n) ? 1 : (j % 2 ? 4 : 2);
-      double w = j * kStep, tail = 1 - cdf_[j];
+      double x = j * step_, tail = 1 - cdf_[j];
       mean += weight * tail;
-      meanSquare += weight * 2 * w * tail;
+      meanSquare += weight * 2 * x * tail;
     }
-    mean *= kStep / 3;
-    meanSquare *= kStep / 3;
+    mean *= step_ / 3;
+    meanSquare *= step_ / 3;
   }
 
  private:
+  double step_;
   std::vector<double> cdf_;
 };
 
-// P(Q <= q) for the studentized range of p means on f degrees of freedom.
-double StudentizedRangeCdf(const RangeCdf& range, double q, double f) {
-  if (f >= kInfinity) return range(q);
-  // s = exp(u); the density of u is exp(logC + f u - f e^(2u) / 2).
-  double logC = (f / 2) * std::log(f) - (f / 2 - 1) * std::log(2.0) - std::lgamma(f / 2);
-  double spread = 1 / std::sqrt(2 * f);
-  double h = std::min(0.02, spread / 4);
-  double lo = -40 / f - 1, hi = 0.5 * std::log(100 / f) + 0.5;
-  double sum = 0;
-  for (double u = lo; u <= hi; u += h) sum += range(q * std::exp(u)) * std::exp(logC + f * u - f * std::exp(2 * u) / 2);
-  return sum * h;
+// The distribution of the range of p standard normals.
+TabulatedCdf RangeCdf(int p) {
+  const double step = 0.02, xMax = 9, wMax = 16;
+  int nx = static_cast<int>(std::lround(2 * xMax / step));  // even: Simpson
+  int nw = static_cast<int>(std::lround(wMax / step));
+  std::vector<double> phi(nx + nw + 1), dens(nx + 1);
+  for (int i = 0; i <= nx + nw; ++i) phi[i] = Phi(-xMax + i * step);
+  for (int i = 0; i <= nx; ++i) {
+    double x = -xMax + i * step;
+    double weight = (i == 0 || i == nx) ? 1 : (i % 2 ? 4 : 2);
+    dens[i] = weight * step / 3 * std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi);
+  }
+  std::vector<double> cdf(nw + 1);
+  for (int j = 0; j <= nw; ++j) {
+    double sum = 0;
+    for (int i = 0; i <= nx; ++i) {
+      double d = phi[i + j] - phi[i], power = 1;
+      for (int e = 1; e < p; ++e) power *= d;
+      sum += dens[i] * power;
+    }
+    cdf[j] = std::min(1.0, p * sum);
+  }
+  return TabulatedCdf(step, std::move(cdf));
 }
+
+// How far in t the integral of Q(t)^k must run (see DeviationCdfs). Since
+// |Q(t)| <= 2 phi(0) / t < 0.8 / t, the part beyond T is below
+// 0.8^k T^(1-k) / (k - 1), which fixes T from k = 7 on. For k = 3 to 6 that
+// bound is too slow; there Q(t) ~ 2 phi(c) sin(ct) / t, whose odd powers
+// average out, and the reaches below keep the neglected part under 1e-8.
+double DeviationReach(int k) {
+  switch (k) {
+    case 3: return 400;
+    case 4: return 200;
+    case 5: return 100;
+    case 6: return 40;
+    default: return std::min(40.0, std::pow(std::pow(0.8, k) / ((k - 1) * 1e-10), 1.0 / (k - 1)));
+  }
+}
+
+// For each k of ks (ascending, from 2), the distribution of the largest
+// absolute deviation of k standard normals from their mean,
+// P(max |z_i - zbar| <= c), for c = 0, 0.01, ... 8.
+std::vector<TabulatedCdf> DeviationCdfs(const std::vector<int>& ks) {
+  const double cStep = 0.01, cMax = 8, h = 0.005;
+  const int nc = static_cast<int>(std::lround(cMax / cStep));
+  std::vector<double> reach;
+  for (int k : ks) reach.push_back(k > 2 ? DeviationReach(k) : 0);
+  const double tMax = *std::max_element(reach.begin(), reach.end());
+  const int steps = static_cast<int>(std::ceil(tMax / h));
+  std::vector<std::vector<double>> values(ks.size(), std::vector<double>(nc + 1, 0.0));
+  std::vector<double> sum(ks.size());
+  for (int j = 1; j <= nc; ++j) {
+    const double c = j * cStep, amp = 2 * std::exp(-c * c / 2) / std::sqrt(2 * std::numbers::pi);
+    // The trapezoidal rule in t: Q^k is even and analytic, and its transform
+    // is negligible beyond the reach of the step, so the rule is very exact.
+    auto accumulate = [&](double t, double q, double weight) {
+      double q2 = q * q, q3 = q2 * q;
+      for (std::size_t i = 0; i < ks.size(); ++i) {
+        int k = ks[i];
+        if (k == 2) continue;
+        if (t > reach[i]) break;
+        double power = k == 3 ? q3 : k == 4 ? q2 * q2 : k == 5 ? q3 * q2 : k == 6 ? q3 * q3 : std::pow(q, k);
+        sum[i] += weight * power;
+      }
+    };
+    std::fill(sum.begin(), sum.end(), 0.0);
+    double q = std::erf(c / std::sqrt(2.0));
+    accumulate(0, q, 0.5);
+    // Runge-Kutta on Q' = -t Q + amp sin(ct); sin and cos of ct are turned
+    // by half steps and set afresh now and then.
+    const double turnC = std::cos(c * h / 2), turnS = std::sin(c * h / 2);
+    double sn = 0, cs = 1;
+    for (int n = 0; n < steps; ++n) {
+      double t = n * h;
+      if (n % 1024 == 0) sn = std::sin(c * t), cs = std::cos(c * t);
+      double snMid = sn * turnC + cs * turnS, csMid = cs * turnC - sn * turnS;
+      double snEnd = snMid * turnC + csMid * turnS, csEnd = csMid * turnC - snMid * turnS;
+      double k1 = -t * q + amp * sn;
+      double k2 = -(t + h / 2) * (q + h / 2 * k1) + amp * snMid;
+      double k3 = -(t + h / 2) * (q + h / 2 * k2) + amp * snMid;
+      double k4 = -(t + h) * (q + h * k3) + amp * snEnd;
+      q += h / 6 * (k1 + 2 * k2 + 2 * k3 + k4);
+      sn = snEnd, cs = csEnd;
+      accumulate(t + h, q, 1);
+    }
+    for (std::size_t i = 0; i < ks.size(); ++i) {
+      double p = ks[i] == 2 ? std::erf(c)
+                            : std::sqrt(2 * std::numbers::pi * ks[i]) / std::numbers::pi * h * sum[i];
+      values[i][j] = std::clamp(p, 0.0, 1.0);
+    }
+  }
+  std::vector<TabulatedCdf> cdfs;
+  for (auto& v : values) cdfs.emplace_back(cStep, std::move(v));
+  return cdfs;
+}
+
+// The distribution of s = chi_f / sqrt f, the estimate of a unit sigma on f
+// degrees of freedom, as the nodes and weights of the trapezoidal rule in
+// u = ln s (smooth and fast decaying, so the rule converges geometrically).
+// Expect(cdf, q) is P(X <= q s) for X independent of s with the given
+// distribution; f = kInfinity means s = 1.
+class SigmaEstimate {
+ public:
+  explicit SigmaEstimate(double f) {
+    if (f >= kInfinity) {
+      nodes_ = {{1, 1}};
+      return;
+    }
+    // The density of u is exp(logC + f u - f e^(2u) / 2), at its top at u = 0;
+    // the rule runs where it is within e^-40 of the top.
+    double logC = (f / 2) * std::log(f) - (f / 2 - 1) * std::log(2.0) - std::lgamma(f / 2);
+    double spread = 1 / std::sqrt(2 * f);
+    auto drop = [f](double u) { return f * u - f * (std::exp(2 * u) - 1) / 2; };
+    double lo = 0, hi = 0;
+    while (drop(lo) > -40) lo -= spread;
+    while (drop(hi) > -40) hi += spread;
+    double h = std::min(0.02, spread / 4);
+    for (double u = lo; u <= hi; u += h)
+      nodes_.push_back({std::exp(u), h * std::exp(logC + f * u - f * std::exp(2 * u) / 2)});
+  }
+
+  double Expect(const TabulatedCdf& cdf, double q) const {
+    double sum = 0;
+    for (const Node& n : nodes_) sum += cdf(q * n.s) * n.weight;
+    return sum;
+  }
+
+ private:
+  struct Node {
+    double s, weight;
+  };
+  std::vector<Node> nodes_;
+};
 
 bool Exec(sqlite3* db, const std::string& sql) {
   char* message = nullptr;
@@ -338,7 +459,7 @@ bool WriteT(sqlite3* db) {
   return WriteTable(db, "tPercent", {"v"}, Names(columns), rows);
 }
 
-bool WriteBC(sqlite3* db, const std::vector<RangeCdf>& ranges) {
+bool WriteBC(sqlite3* db, const std::vector<TabulatedCdf>& ranges) {
   std::vector<std::vector<double>> rowsC, rowsB;
   for (int n = 2; n <= 30; ++n) {
     double d2, m2;
@@ -366,7 +487,7 @@ bool WriteBC(sqlite3* db, const std::vector<RangeCdf>& ranges) {
          WriteTable(db, "TableB", {"n", "k"}, {"v", "d2"}, rowsB);
 }
 
-bool WriteDuncan(sqlite3* db, const std::vector<RangeCdf>& ranges) {
+bool WriteDuncan(sqlite3* db, const std::vector<TabulatedCdf>& ranges) {
   std::vector<int> fs;
   for (int f = 1; f <= 20; ++f) fs.push_back(f);
   for (int f : {22, 24, 26, 28, 30, 40, 60, 100, 10000}) fs.push_back(f);
@@ -379,11 +500,12 @@ bool WriteDuncan(sqlite3* db, const std::vector<RangeCdf>& ranges) {
   for (const auto& level : levels) {
     std::vector<std::vector<double>> rows;
     for (int f : fs) {
+      SigmaEstimate sigma(f);
       std::vector<double> row = {static_cast<double>(f)};
       double before = 0;
       for (int p : ps) {
         double target = std::pow(1 - level.alpha, p - 1);
-        double q = Bisect([&](double x) { return StudentizedRangeCdf(ranges[p - 2], x, f); }, target, 0, 400);
+        double q = Bisect([&](double x) { return sigma.Expect(ranges[p - 2], x); }, target, 0, 400);
         q = std::max(before, Round(q, 2));
         row.push_back(q);
         before = q;
@@ -397,8 +519,29 @@ bool WriteDuncan(sqlite3* db, const std::vector<RangeCdf>& ranges) {
 
 bool WriteD(sqlite3* db) {
   std::vector<int> ks;
-  for (int k = 3; k <= 20; ++k) ks.push_back(k);
-  return WriteTable(db, "TableD", {"Alphax100", "v"}, Names(ks), {});
+  for (int k = 2; k <= 50; ++k) ks.push_back(k);
+  for (int k = 55; k <= 100; k += 5) ks.push_back(k);
+  for (int k = 110; k <= 200; k += 10) ks.push_back(k);
+  for (int k = 225; k <= 500; k += 25) ks.push_back(k);
+  std::vector<int> vs;
+  for (int v = 1; v <= 30; ++v) vs.push_back(v);
+  for (int v : {35, 40, 45, 50, 60, 70, 80, 90, 100, 120, 150, 200, 300, 500, 1000, 2000, 5000, 10000, 32767})
+    vs.push_back(v);
+  std::vector<TabulatedCdf> deviations = DeviationCdfs(ks);
+  std::vector<std::vector<double>> rows;
+  for (int alphax100 : {1, 5, 10}) {
+    double target = 1 - alphax100 / 100.0;
+    for (int v : vs) {
+      SigmaEstimate sigma(v);
+      std::vector<double> row = {static_cast<double>(alphax100), static_cast<double>(v)};
+      for (std::size_t i = 0; i < ks.size(); ++i) {
+        double h = Bisect([&](double x) { return sigma.Expect(deviations[i], x); }, target, 0, 2000);
+        row.push_back(Round(h, 2));
+      }
+      rows.push_back(row);
+    }
+  }
+  return WriteTable(db, "TableD", {"Alphax100", "v"}, Names(ks), rows);
 }
 
 }  // namespace
@@ -416,8 +559,8 @@ int main(int argc, char** argv) {
     sqlite3_close(db);
     return 1;
   }
-  std::vector<RangeCdf> ranges;  // ranges[p - 2] for p = 2..30
-  for (int p = 2; p <= 30; ++p) ranges.emplace_back(p);
+  std::vector<TabulatedCdf> ranges;  // ranges[p - 2] for p = 2..30
+  for (int p = 2; p <= 30; ++p) ranges.push_back(RangeCdf(p));
   bool ok = Exec(db, "BEGIN") && WriteF(db) && WriteT(db) && WriteBC(db, ranges) && WriteDuncan(db, ranges) &&
             WriteD(db) && Exec(db, "COMMIT");
   sqlite3_close(db);

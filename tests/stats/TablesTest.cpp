@@ -3,7 +3,10 @@
 // interpolation rules.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <vector>
 
 #include "core/Paths.h"
 #include "core/Sentinels.h"
@@ -142,9 +145,79 @@ TEST_F(TableTest, DuncanRowsAndTheirInterpolation) {
   EXPECT_TRUE(ui->messages.empty());
 }
 
-TEST_F(TableTest, AnomTableHasNoRowsYet) {
+TEST_F(TableTest, AnomFactorsAsPrinted) {
   float h = -1;
-  ReadTableD(0.05f, 10, 3, h);
+  // Two means: the deviations are +-(x1 - x2) / 2, so h is t(alpha / 2, v) / sqrt 2.
+  ReadTableD(0.05f, 5, 2, h);
+  EXPECT_NEAR(h, 1.82f, 1e-4);  // 2.571 / sqrt 2
+  ReadTableD(0.01f, 1, 2, h);
+  EXPECT_NEAR(h, 45.01f, 1e-4);  // 63.657 / sqrt 2
+  ReadTableD(0.1f, 32767, 2, h);
+  EXPECT_NEAR(h, 1.16f, 1e-4);  // 1.645 / sqrt 2
+  // Ott's factors for three means with sigma known, and for larger counts.
+  ReadTableD(0.05f, 32767, 3, h);
+  EXPECT_NEAR(h, 1.91f, 1e-4);
+  ReadTableD(0.01f, 32767, 3, h);
+  EXPECT_NEAR(h, 2.38f, 1e-4);
+  ReadTableD(0.05f, 32767, 500, h);
+  EXPECT_NEAR(h, 3.88f, 1e-4);
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+// An independent check of the method: the share of simulated experiments
+// whose averages all fall inside the decision lines is 1 - alpha.
+TEST_F(TableTest, AnomFactorsHoldTheirLevelBySimulation) {
+  struct Cell {
+    float alpha, v;
+    int k;
+  } cells[] = {{0.05f, 10, 5}, {0.01f, 4, 3}, {0.1f, 20, 12}, {0.05f, 32767, 40}};
+  std::mt19937_64 random(20261121);
+  std::normal_distribution<double> normal;
+  for (const Cell& cell : cells) {
+    float h = -1;
+    ReadTableD(cell.alpha, cell.v, static_cast<std::int16_t>(cell.k), h);
+    std::chi_squared_distribution<double> chi(cell.v);
+    const int trials = 100000;
+    int inside = 0;
+    std::vector<double> z(cell.k);
+    for (int n = 0; n < trials; ++n) {
+      double mean = 0;
+      for (double& x : z) mean += (x = normal(random));
+      mean /= cell.k;
+      double s = cell.v > 10000 ? 1 : std::sqrt(chi(random) / cell.v), widest = 0;
+      for (double x : z) widest = std::max(widest, std::fabs(x - mean));
+      inside += widest <= h * s;
+    }
+    // Four standard errors of the share, and the rounding of h to two decimals.
+    double share = static_cast<double>(inside) / trials, level = 1 - cell.alpha;
+    EXPECT_NEAR(share, level, 4 * std::sqrt(level * (1 - level) / trials) + 0.002)
+        << "alpha " << cell.alpha << " v " << cell.v << " k " << cell.k;
+  }
+}
+
+TEST_F(TableTest, AnomInterpolatesInKThenInV) {
+  auto at = [](float v, std::int16_t k) {
+    float h = -1;
+    ReadTableD(0.05f, v, k, h);
+    return h;
+  };
+  // k = 57 lies between the columns 55 and 60, v = 33 between the rows 30 and 35.
+  float low = at(30, 55) + (at(30, 60) - at(30, 55)) * 2 / 5;
+  float high = at(35, 55) + (at(35, 60) - at(35, 55)) * 2 / 5;
+  EXPECT_NEAR(at(30, 57), low, 1e-5);
+  EXPECT_NEAR(at(33, 57), low + (high - low) * 3 / 5, 1e-5);
+  // A fractional v, as the range estimate of sigma gives it.
+  EXPECT_NEAR(at(7.5f, 3), (at(7, 3) + at(8, 3)) / 2, 1e-5);
+  EXPECT_TRUE(ui->messages.empty());
+}
+
+TEST_F(TableTest, AnomRequestBeyondTheTableEndsThere) {
+  float h = -1;
+  ReadTableD(0.05f, 10, 501, h);  // past the last column, 500
+  EXPECT_EQ(h, -1);
+  EXPECT_NE(OnlyMessage().find(" [ReadTableD]"), std::string::npos);
+  ui->messages.clear();
+  ReadTableD(0.02f, 10, 3, h);  // no rows for this alpha
   EXPECT_EQ(h, -1);
   EXPECT_NE(OnlyMessage().find(" [ReadTableD]"), std::string::npos);
 }
