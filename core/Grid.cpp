@@ -24,6 +24,14 @@ void Grid::SetSize(int rows, int cols) {
   Notify(-1, -1);
 }
 
+int Grid::AddRow() {
+  cells_.resize(cells_.size() + static_cast<std::size_t>(cols_));
+  rowData_.push_back(0);
+  ++rows_;
+  Notify(-1, -1);
+  return rows_ - 1;
+}
+
 const std::string& Grid::Text(int row, int col) const {
   static const std::string none;
   return InRows(row) && InCols(col) ? cells_[Index(row, col)].text : none;

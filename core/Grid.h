@@ -25,6 +25,8 @@ class Grid {
 
   void Clear();
   void SetSize(int rows, int cols);
+  // Appends an empty row, keeping the rest; gives its index.
+  int AddRow();
   int Rows() const { return rows_; }
   int Cols() const { return cols_; }
 

@@ -1,0 +1,368 @@
+// The ANOVA report on small studies whose figures are worked by hand: the
+// error term in its three forms, pooling, missing observations, the MSD
+// forms, the table by factor, and the blocked and Latin-square tables.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "analyses/ANOVA.h"
+#include "analyses/Availability.h"
+#include "analyses/Cstat.h"
+#include "core/Grid.h"
+#include "core/Language.h"
+#include "data/Statistics.h"
+#include "designs/Builders.h"
+#include "designs/Design.h"
+#include "designs/DesignFixture.h"
+#include "stats/FProbability.h"
+#include "stats/Formatters.h"
+
+namespace kestrow {
+namespace {
+
+class ANOVATest : public test::DesignFixture {
+ protected:
+  // A full two-level factorial of k factors, replicated reps times; data by
+  // run in standard order, one vector of replicates per run.
+  Study& TwoLevel(int k, int reps) {
+    Study& s = StudyOf(k, 2);
+    EXPECT_EQ(GetFullyCrossed(s, Design{}), -1);
+    s.iDesFlag = DES_FULLY_CROSSED | DES_TWO_LEVEL_NUMERIC;
+    s.iReps = static_cast<std::int16_t>(reps);
+    s.SetDataArray();
+    s.ANOVA_sRVkey = "v1";
+    s.ANOVA_fAlpha = 0.1f;
+    return s;
+  }
+  static void Fill(Study& s, const std::vector<std::vector<float>>& byRun) {
+    for (std::size_t run = 0; run < byRun.size(); ++run)
+      for (std::size_t rep = 0; rep < byRun[run].size(); ++rep)
+        s.SetData(1, static_cast<int>(run + 1), static_cast<int>(rep + 1), byRun[run][rep]);
+  }
+  // The same with the runs of a two-level design given in standard (Yates)
+  // order: (1), a, b, ab, c, ...
+  static void FillYates(Study& s, const std::vector<std::vector<float>>& byYates) {
+    for (int run = 1; run <= s.iNumRuns; ++run) {
+      std::size_t at = 0;
+      for (int f = 1; f <= s.Factors.Count(); ++f)
+        at += static_cast<std::size_t>(s.GetTreatmentLevel(f, run) - 1) << (f - 1);
+      for (std::size_t rep = 0; rep < byYates[at].size(); ++rep)
+        s.SetData(1, run, static_cast<int>(rep + 1), byYates[at][rep]);
+    }
+  }
+  static void Pool(Study& s, const std::string& name) {
+    for (Contrast& c : s.Contrasts)
+      if (c.sName == name) c.bPooled = true;
+  }
+  bool Draw(Study& s) { return DrawANOVA(s, stats, grid); }
+  // The row whose column col reads text, or -1.
+  int RowOf(int col, const std::string& text) const {
+    for (int r = 0; r < grid.Rows(); ++r)
+      if (grid.Text(r, col) == text) return r;
+    return -1;
+  }
+  std::string At(int col, const std::string& name, int figure) const {
+    int row = RowOf(col, name);
+    return row < 0 ? "(no row " + name + ")" : grid.Text(row, figure);
+  }
+  // Contrast rows are found by their name, the other rows by their source.
+  std::string Of(const std::string& contrast, int figure) const { return At(0, contrast, figure); }
+  std::string Tagged(const std::string& tag, int figure, int from = 0) const {
+    for (int r = from; r < grid.Rows(); ++r)
+      if (grid.Text(r, 1) == GetText(tag)) return grid.Text(r, figure);
+    return "(no row " + tag + ")";
+  }
+  bool AnyText(int col) const {
+    for (int r = 1; r < grid.Rows(); ++r)
+      if (!grid.Text(r, col).empty()) return true;
+    return false;
+  }
+
+  Statistics stats;
+  Grid grid;
+};
+
+// y in standard order (1), a, b, ab, c, ac, bc, abc; the contrast sums are
+// A 22, B 10, C 10, AB 6, AC 2, BC 2, ABC 2 over 8 runs: SS = sum^2 / 8.
+const std::vector<std::vector<float>> UNREPLICATED = {{10}, {14}, {11}, {17}, {12}, {16}, {13}, {21}};
+
+TEST_F(ANOVATest, PoolingABInAnUnreplicatedTwoCubedGivesOneErrorDegree) {
+  Study& s = TwoLevel(3, 1);
+  FillYates(s, UNREPLICATED);
+  Pool(s, "AB");
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(grid.Text(0, 0), "Contrast");
+  EXPECT_EQ(grid.Text(0, 9), "% SS");
+  EXPECT_EQ(RowOf(0, "AB"), -1);
+  EXPECT_EQ(Of("A", 2), "60.5");
+  EXPECT_EQ(Of("A", 3), "1");
+  EXPECT_EQ(Of("A", 7), "5.5");     // effect: 2 * 22 / 8
+  EXPECT_EQ(Of("A", 5), "13.44");   // 60.5 / 4.5
+  EXPECT_EQ(Of("A", 6), "");        // F(0.90; 1, 1) is 39.86
+  EXPECT_EQ(Of("A", 8), FormatP(3, 1 - FProbability(60.5f / 4.5f, 1, 1)));
+  EXPECT_EQ(Of("A", 9), "66.1");    // 100 * 60.5 / 91.5
+  EXPECT_EQ(Of("B", 1), s.GetContrastSource(2));
+  EXPECT_EQ(Of("B", 1), "B (10 v 20)");
+  EXPECT_EQ(Tagged("Pooled", 2), "4.5");
+  EXPECT_EQ(Tagged("Pooled", 3), "1");
+  EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
+  EXPECT_EQ(Tagged("TOTAL", 3), "7");
+  EXPECT_EQ(RowOf(1, GetText("1WANOVA")), -1);
+  EXPECT_NE(grid.Text(2, 0).find(GetText("RespAvgs") + " (Y)"), std::string::npos);
+  EXPECT_EQ(s.Contrasts(4).fCSS, 4.5f);  // the pooled sums stay behind for the scree plot
+}
+
+TEST_F(ANOVATest, ThreePooledContrastsMakeASignificantMainEffect) {
+  Study& s = TwoLevel(3, 1);
+  FillYates(s, UNREPLICATED);
+  for (const char* name : {"AC", "BC", "ABC"}) Pool(s, name);
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(Of("A", 5), "121");  // 60.5 / 0.5 against F(0.90; 1, 3) = 5.54
+  EXPECT_EQ(Of("A", 6), "*");
+  int row = RowOf(0, "A");
+  EXPECT_EQ(grid.Back(row, 5), gSettings.ANOVAHighlights);
+  EXPECT_EQ(grid.Back(row, 6), gSettings.ANOVAHighlights);
+  EXPECT_EQ(Of("AB", 5), "9");
+  EXPECT_EQ(Of("AB", 6), "*");   // 9 > 5.54
+  EXPECT_EQ(Tagged("Pooled", 3), "3");
+}
+
+TEST_F(ANOVATest, NothingPooledAndNoCentrePointsMeansNoFAnywhere) {
+  Study& s = TwoLevel(3, 1);
+  FillYates(s, UNREPLICATED);
+  ASSERT_TRUE(Draw(s));
+  EXPECT_FALSE(AnyText(5));
+  EXPECT_FALSE(AnyText(6));
+  EXPECT_FALSE(AnyText(8));
+  EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
+  EXPECT_EQ(Tagged("TOTAL", 3), "7");
+  EXPECT_EQ(Tagged("Pooled", 2), "(no row Pooled)");
+  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
+}
+
+// (1) 10 12, a 15 17, b 11 13, ab 20 and a missing observation: averages 11,
+// 16, 12, 20 with weights 2, 2, 2, 1; error 6 on 3 degrees of freedom.
+TEST_F(ANOVATest, AMissingObservationWeightsItsRunAndCostsAnErrorDegree) {
+  Study& s = TwoLevel(2, 2);
+  FillYates(s, {{10, 12}, {15, 17}, {11, 13}, {20, MISSING_VALUE}});
+  ASSERT_TRUE(Draw(s));
+  // A: sum c y = 13, sum c^2 / w = 2.5; the balanced figure would be 13^2 * 2 / 4.
+  EXPECT_EQ(Of("A", 2), "67.6");
+  EXPECT_EQ(Of("A", 7), "6.5");
+  EXPECT_EQ(Of("B", 2), "10");
+  EXPECT_EQ(Of("AB", 2), "3.6");
+  EXPECT_EQ(Tagged("WithinE", 2, RowOf(0, "A")), "6");
+  EXPECT_EQ(Tagged("WithinE", 3, RowOf(0, "A")), "3");
+  EXPECT_EQ(Of("A", 5), "33.8");
+  // The one-way table before it: between runs 70 on 3 degrees of freedom,
+  // about a grand average of 14.
+  int oneWay = RowOf(0, GetText("1WANOVA"));
+  ASSERT_GE(oneWay, 0);
+  EXPECT_LT(oneWay, RowOf(0, GetText("SdofANOVA")));
+  EXPECT_EQ(Tagged("Between", 2), "70");
+  EXPECT_EQ(Tagged("Between", 4), "23.33");
+  EXPECT_EQ(Tagged("Between", 5), "11.67");
+  EXPECT_EQ(Tagged("TOTAL", 2), "76");  // the one-way total is the real total
+  EXPECT_EQ(Tagged("TOTAL", 3), "6");
+  // The contrasts of an unbalanced study do not add up to it.
+  EXPECT_EQ(Tagged("TOTAL", 2, RowOf(0, "A")), "87.2");
+}
+
+TEST_F(ANOVATest, EqualReplicatesStopTheReportWithTheMessage) {
+  Study& s = TwoLevel(2, 2);
+  FillYates(s, {{10, 10}, {15, 15}, {11, 11}, {20, 20}});
+  EXPECT_FALSE(Draw(s));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].text, GetText("MNerrc"));
+  EXPECT_EQ(RowOf(0, "A"), -1);
+}
+
+TEST_F(ANOVATest, StandardDeviationsAndMSDHaveNoErrorTerm) {
+  Study& s = TwoLevel(2, 2);
+  FillYates(s, {{1, 2}, {2, 2}, {4, 4}, {1, 1}});
+  s.ANOVA_iVariable = 1;
+  ASSERT_TRUE(Draw(s));
+  EXPECT_FALSE(AnyText(5));
+  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
+  EXPECT_NE(grid.Text(2, 0).find(GetText("StdDevs")), std::string::npos);
+  // Larger is better: each run's figure is the average of 1 / x^2:
+  // 0.625, 0.25, 0.0625, 1; A sums to 0.5625 over four runs of weight 1.
+  gProblem->RespVars.Find("v1")->fTarget = TARGET_MAX;
+  s.ANOVA_iVariable = 2;
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(Of("A", 2), "0.0791");
+  EXPECT_EQ(Of("A", 7), "0.2812");  // 0.28125, rounded half to even
+  EXPECT_NE(grid.Text(2, 0).find(GetText("MSD")), std::string::npos);
+  // On target 2: (2 - average)^2 + s^2 per run: 0.75, 0, 4, 1.
+  gProblem->RespVars.Find("v1")->fTarget = 2;
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(Of("A", 7), "-1.875");  // 2 * (-0.75 + 0 - 4 + 1) / 4
+}
+
+// A 3 x 2 crossing, two replicates: the two contrasts of the three-level
+// factor make one row with two degrees of freedom, and the table agrees with
+// the sums of squares of the level averages.
+TEST_F(ANOVATest, TheTableByFactorGathersTheContrastsOfAFactor) {
+  std::string a = AddFactor(3, 0, "Temp"), b = AddFactor(2, 0, "Time");
+  Study& s = MakeStudy({a, b});
+  ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
+  s.iDesFlag = DES_FULLY_CROSSED;
+  s.iReps = 2;
+  s.SetDataArray();
+  s.ANOVA_sRVkey = "v1";
+  // Runs: (1,1) (1,2) (2,1) (2,2) (3,1) (3,2).
+  Fill(s, {{5, 7}, {8, 6}, {9, 11}, {12, 14}, {4, 6}, {10, 12}});
+  ASSERT_TRUE(Draw(s));
+  int table = RowOf(0, GetText("FacANOVA"));
+  ASSERT_GE(table, 0);
+  // Temp averages 6.5, 11.5, 8 about 8.6667, four observations each.
+  double ssTemp = 4 * (std::pow(6.5 - 26.0 / 3, 2) + std::pow(11.5 - 26.0 / 3, 2) + std::pow(8 - 26.0 / 3, 2));
+  // Time averages 7, 10.3333, six observations each.
+  double ssTime = 6 * (std::pow(7 - 26.0 / 3, 2) + std::pow(31.0 / 3 - 26.0 / 3, 2));
+  auto rowAfter = [&](const std::string& source) {
+    for (int r = table; r < grid.Rows(); ++r)
+      if (grid.Text(r, 1) == source) return r;
+    return -1;
+  };
+  int temp = rowAfter("Temp"), time = rowAfter("Time");
+  ASSERT_GE(temp, 0);
+  ASSERT_GE(time, 0);
+  EXPECT_EQ(grid.Text(temp, 3), "2");
+  EXPECT_EQ(grid.Text(time, 3), "1");
+  EXPECT_EQ(grid.Text(temp, 2), FormatNumSF(static_cast<float>(ssTemp)));
+  EXPECT_EQ(grid.Text(time, 2), FormatNumSF(static_cast<float>(ssTime)));
+  EXPECT_EQ(grid.Text(temp + 2, 3), "2");  // the interaction, under its common source
+  // Not shown once an observation is missing, though the contrasts are.
+  s.SetData(1, 2, 2, MISSING_VALUE);
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(RowOf(0, GetText("FacANOVA")), -1);
+  EXPECT_GE(RowOf(0, GetText("SdofANOVA")), 0);
+}
+
+class BlockedANOVATest : public ANOVATest {
+ protected:
+  void SetUp() override {
+    ANOVATest::SetUp();
+    gSettings.StandardLatinSquare = true;
+  }
+};
+
+// Three treatments in three blocks: runs (t, b) with t slowest.
+TEST_F(BlockedANOVATest, ARandomisedBlockTestsTreatmentsOnly) {
+  std::string f = AddFactor(3, 0, "Catalyst"), noise = AddFactor(3, FACTOR_NOISE, "Batch");
+  Study& s = MakeStudy({f});
+  ASSERT_EQ(GetBlocked1(s, Design{"", "9", 32, 0, 0, "", "BLOCK1", noise, false}), -1);
+  s.iDesFlag = DES_BLOCKED;
+  s.iReps = 1;
+  s.SetDataArray();
+  s.ANOVA_sRVkey = "v1";
+  // Treatment totals 30, 39, 48; block totals 36, 39, 42; grand 117.
+  std::vector<std::vector<float>> y(9);
+  const float table[3][3] = {{9, 10, 11}, {12, 13, 14}, {15, 16, 17}};
+  for (int run = 1; run <= 9; ++run)
+    y[static_cast<std::size_t>(run - 1)] = {table[s.GetTreatmentLevel(1, run) - 1][s.GetTreatmentLevel(2, run) - 1]};
+  Fill(s, y);
+  y[4][0] += 1;  // (2, 2) one up: error is no longer 0
+  Fill(s, y);
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(grid.Text(0, 1), "Source");
+  EXPECT_EQ(grid.Text(0, 7), "p");
+  // CF = 118^2 / 9; treatments 30, 40, 48; blocks 36, 40, 42.
+  double cf = 118.0 * 118 / 9;
+  double total = 0;
+  for (auto& r : y) total += r[0] * r[0];
+  total -= cf;
+  double treat = (30.0 * 30 + 40 * 40 + 48 * 48) / 3 - cf, block = (36.0 * 36 + 40 * 40 + 42 * 42) / 3 - cf;
+  double error = total - treat - block;
+  std::string treatments = "Catalyst (" + GetText("Treatments") + ")";
+  EXPECT_EQ(At(1, treatments, 2), FormatSF(4, static_cast<float>(treat)));
+  EXPECT_EQ(At(1, treatments, 3), "2");
+  // The error is a small difference of 32-bit sums: F is good to about 1e-3.
+  EXPECT_NEAR(std::stod(At(1, treatments, 5)), (treat / 2) / (error / 4), 0.25);
+  EXPECT_EQ(At(1, "Batch (" + GetText("Blocks") + ")", 2), FormatSF(4, static_cast<float>(block)));
+  EXPECT_EQ(At(1, "Batch (" + GetText("Blocks") + ")", 5), "");  // blocks are not tested
+  EXPECT_EQ(At(1, GetText("Error"), 3), "4");
+  EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
+  // A missing cell: N and the total degrees of freedom shrink, error's do not.
+  s.SetData(1, 9, 1, MISSING_VALUE);
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(At(1, GetText("TOTAL"), 3), "7");
+  EXPECT_EQ(At(1, GetText("Error"), 3), "4");
+}
+
+TEST_F(BlockedANOVATest, ALatinSquareOfSideThreeHasTwoErrorDegrees) {
+  std::string f = AddFactor(3, 0, "Method"), n1 = AddFactor(3, FACTOR_NOISE, "Operator"),
+              n2 = AddFactor(3, FACTOR_NOISE, "Day");
+  Study& s = MakeStudy({f});
+  ASSERT_EQ(GetLatinSquare(s, Design{"", "9", 96, 0, 0, "", "BLOCK2", n1 + "|" + n2, false}), -1);
+  s.iDesFlag = DES_BLOCKED | DES_SECOND_NOISE;
+  s.iReps = 1;
+  s.SetDataArray();
+  s.ANOVA_sRVkey = "v1";
+  Fill(s, {{12}, {15}, {11}, {14}, {18}, {13}, {10}, {16}, {12}});
+  ASSERT_TRUE(Draw(s));
+  EXPECT_EQ(At(1, GetText("Error"), 3), "2");
+  EXPECT_EQ(At(1, "Day", 3), "2");
+  EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
+  // The four sums of squares add up to the total.
+  float sum = 0;
+  for (const std::string& source : {"Method (" + GetText("Treatments") + ")", "Operator (" + GetText("Blocks") + ")",
+                                    std::string("Day"), GetText("Error")})
+    sum += static_cast<float>(std::stod(At(1, source, 2)));
+  EXPECT_NEAR(sum, std::stof(At(1, GetText("TOTAL"), 2)), 0.01f);
+}
+
+TEST_F(BlockedANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
+  std::string f = AddFactor(9, 0, "Wide"), noise = AddFactor(2, FACTOR_NOISE, "Batch");
+  Study& s = MakeStudy({f});
+  ASSERT_EQ(GetBlocked1(s, Design{"", "18", 32, 0, 0, "", "BLOCK1", noise, false}), -1);
+  s.iDesFlag = DES_BLOCKED;
+  s.iReps = 1;
+  s.SetDataArray();
+  s.ANOVA_sRVkey = "v1";
+  for (int run = 1; run <= 18; ++run) s.SetData(1, run, 1, static_cast<float>(run));
+  EXPECT_FALSE(Draw(s));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_NE(ui->messages[0].text.find(" [DrawANOVA]"), std::string::npos);
+}
+
+// Centre points: curvature from factorial against centre averages, and the
+// error from the centre points when nothing is pooled.
+TEST_F(ANOVATest, CentrePointsGiveCurvatureAndTheErrorTerm) {
+  Study& s = TwoLevel(2, 1);
+  FillYates(s, {{10}, {14}, {12}, {18}});
+  // Three centre runs: level 0 of every factor, coefficient 0 in every contrast.
+  for (int i = 0; i < 3; ++i) {
+    Treatment t;
+    t.Centralise(2);
+    s.Treatments.Add(t);
+  }
+  s.iNumRuns = 7;
+  s.SetDataArrayPreserve();
+  s.iDesFlag |= DES_CENTRE_POINTS;
+  ASSERT_EQ(s.iNumRuns, 7);
+  for (int run = 5; run <= 7; ++run) s.SetData(1, run, 1, 15.0f + static_cast<float>(run - 6));  // 14, 15, 16
+  ASSERT_TRUE(Draw(s));
+  // Factorial mean 13.5 from 4, centre mean 15 from 3: 4 * 3 * 1.5^2 / 7.
+  EXPECT_EQ(Tagged("PureQuad", 2), FormatNumSF(4.0f * 3 * 2.25f / 7));
+  EXPECT_EQ(Tagged("WithinE", 3), "2");  // centre variance 1 on 2 degrees of freedom
+  EXPECT_EQ(Tagged("WithinE", 4), "1");
+  EXPECT_EQ(Of("A", 5), FormatNumSF(25.0f));  // A: sum 10, SS 100 / 4
+  // Curvature stays out of the total: contrasts 25 + 9 + 1 and error 2.
+  EXPECT_EQ(Tagged("TOTAL", 2), "37");
+}
+
+TEST_F(ANOVATest, CentreFiguresFailForALaterResponseAsTheStatisticsHoldOne) {
+  Study& s = TwoLevel(2, 1);
+  Cstat c;
+  stats.Compute(s);
+  EXPECT_TRUE(c.Compute(s, stats, 1));
+  stats.ComputeRV(s);
+  EXPECT_FALSE(c.Compute(s, stats, 2));
+  EXPECT_EQ(c.sErrMsg, "Unknown error");
+}
+
+}  // namespace
+}  // namespace kestrow
