@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -20,7 +19,6 @@
 #include "core/Paths.h"
 #include "core/Problem.h"
 #include "core/ProblemJson.h"
-#include "core/Sentinels.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
 #include "core/Text.h"
@@ -28,12 +26,7 @@
 #include "data/Statistics.h"
 #include "data/StudyReports.h"
 #include "designs/DesignSelection.h"
-#include "stats/FProbability.h"
-#include "stats/FValue.h"
-#include "stats/Formatters.h"
-#include "stats/Normal.h"
-#include "stats/TableReaders.h"
-#include "stats/tProbability.h"
+#include "stats/StatBench.h"
 
 namespace kestrow {
 namespace {
@@ -283,25 +276,12 @@ int DesignCommand(const std::vector<std::string>& words) {
   return problem->Save(out) ? OK : FAILED;
 }
 
-// The bench of the statistical routines: each argument is a number, each
-// count of digits or decimals and each degree of freedom of t a whole number.
+// The bench of the statistical routines. The routine and the count of its
+// arguments are checked before the tables are looked for.
 int Stat(const std::vector<std::string>& args) {
   if (args.empty()) return Usage("stat takes a routine and its arguments");
   const std::string& routine = args[0];
-  struct Routine {
-    const char* name;
-    std::size_t count;
-    const char* arguments;
-  };
-  static const Routine ROUTINES[] = {
-      {"FValue", 3, "P v1 v2"},           {"FProbability", 3, "F v1 v2"}, {"tProbability", 2, "t v"},
-      {"NormalProbability", 1, "z"},      {"NormalValue", 1, "P"},        {"FormatSF", 2, "digits value"},
-      {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"},
-      {"ReadTableB", 2, "n k"},           {"ReadTableC", 2, "n column"},  {"ReadTableD", 3, "alpha v k"},
-      {"ReadTableF", 3, "alpha v1 v2"},   {"ReadtPercent", 2, "v alpha"}, {"ReadDuncanRow", 2, "f alpha"}};
-  const Routine* found = nullptr;
-  for (const Routine& r : ROUTINES)
-    if (routine == r.name) found = &r;
+  const BenchRoutine* found = FindBenchRoutine(routine);
   if (!found) return Usage("stat knows no routine " + routine);
   if (args.size() != found->count + 1)
     return Usage("stat " + routine + " takes " + found->arguments);
@@ -314,57 +294,9 @@ int Stat(const std::vector<std::string>& args) {
     LoadSettings();
     OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language);
   }
-  if (routine == "ReadTableC") {
-    if (!IsNumeric(args[1])) return Usage("stat ReadTableC: " + args[1] + " is not a number");
-    std::cout << ShortestText(ReadTableC(static_cast<std::int16_t>(Val(args[1])), args[2])) << "\n";
-    return std::cout.good() ? OK : FAILED;
-  }
-  std::vector<float> x;
-  for (std::size_t i = 1; i < args.size(); ++i) {
-    float value = ParseFloat(args[i]);
-    if (value == BAD_NUMBER) return Usage("stat " + routine + ": " + args[i] + " is not a number");
-    x.push_back(value);
-  }
-  // A count of digits or degrees of freedom: a whole number in a sane range.
-  auto whole = [&](float value, float low, float high) {
-    return value == std::floor(value) && value >= low && value <= high;
-  };
-  std::string out;
-  if (routine == "FValue") {
-    out = ShortestText(FValue(x[0], x[1], x[2]));
-  } else if (routine == "FProbability") {
-    out = ShortestText(FProbability(x[0], x[1], x[2]));
-  } else if (routine == "tProbability") {
-    if (!whole(x[1], 1, 1.0e6f)) return Usage("stat tProbability: v is a whole number from 1");
-    out = ShortestText(tProbability(x[0], static_cast<int>(x[1])));
-  } else if (routine == "NormalProbability") {
-    out = ShortestText(NormalProbability(x[0]));
-  } else if (routine == "NormalValue") {
-    out = ShortestText(NormalValue(x[0]));
-  } else if (routine == "ReadTableB") {
-    float v = MISSING_VALUE, d2 = MISSING_VALUE;
-    ReadTableB(static_cast<std::int16_t>(x[0]), static_cast<std::int16_t>(x[1]), v, d2);
-    out = ShortestText(v) + "\n" + ShortestText(d2);
-  } else if (routine == "ReadTableD") {
-    float h = MISSING_VALUE;
-    ReadTableD(x[0], x[1], static_cast<std::int16_t>(x[2]), h);
-    out = ShortestText(h);
-  } else if (routine == "ReadTableF") {
-    out = ShortestText(ReadTableF(x[0], x[1], x[2]));
-  } else if (routine == "ReadtPercent") {
-    out = ShortestText(ReadtPercent(static_cast<std::int16_t>(x[0]), x[1]));
-  } else if (routine == "ReadDuncanRow") {
-    DuncanRows table {};
-    ReadDuncanRow(static_cast<std::int16_t>(x[0]), x[1], table);
-    // p and the significant range of each of the 13 columns.
-    for (int i = 1; i <= 13; ++i) out += (i > 1 ? "\n" : "") + ShortestText(table[i][1]) + "\t" + ShortestText(table[i][2]);
-  } else {
-    if (!whole(x[0], 0, 20)) return Usage("stat " + routine + ": " + args[1] + " is not a whole number from 0 to 20");
-    int n = static_cast<int>(x[0]);
-    if (routine == "FormatSF") out = FormatSF(n, x[1]);
-    else if (routine == "FormatP") out = FormatP(n, x[1]);
-    else out = FormatDecimals(n, x[1]);
-  }
+  std::string out, error;
+  if (!RunBenchRoutine(routine, std::vector<std::string>(args.begin() + 1, args.end()), out, error))
+    return Usage("stat " + error);
   std::cout << out << "\n";
   return std::cout.good() ? OK : FAILED;
 }

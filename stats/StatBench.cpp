@@ -1,0 +1,126 @@
+#include "stats/StatBench.h"
+
+#include <cmath>
+#include <cstdint>
+
+#include "core/Sentinels.h"
+#include "core/Text.h"
+#include "stats/FProbability.h"
+#include "stats/FValue.h"
+#include "stats/Formatters.h"
+#include "stats/Normal.h"
+#include "stats/TableReaders.h"
+#include "stats/tProbability.h"
+
+namespace kestrow {
+
+const std::vector<BenchRoutine>& BenchRoutines() {
+  static const std::vector<BenchRoutine> ROUTINES = {
+      {"FValue", 3, "P v1 v2"},           {"FProbability", 3, "F v1 v2"}, {"tProbability", 2, "t v"},
+      {"NormalProbability", 1, "z"},      {"NormalValue", 1, "P"},        {"FormatSF", 2, "digits value"},
+      {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"},
+      {"ReadTableB", 2, "n k"},           {"ReadTableC", 2, "n column"},  {"ReadTableD", 3, "alpha v k"},
+      {"ReadTableF", 3, "alpha v1 v2"},   {"ReadtPercent", 2, "v alpha"}, {"ReadDuncanRow", 2, "f alpha"}};
+  return ROUTINES;
+}
+
+const BenchRoutine* FindBenchRoutine(const std::string& name) {
+  for (const BenchRoutine& r : BenchRoutines())
+    if (name == r.name) return &r;
+  return nullptr;
+}
+
+namespace {
+
+// A count of digits or degrees of freedom: a whole number in a sane range.
+bool Whole(float value, float low, float high) { return value == std::floor(value) && value >= low && value <= high; }
+
+// The table readers take their counts as 16-bit integers and drop any
+// fraction, as they always have; a value with no such integer (or NaN) is
+// refused rather than converted.
+bool ToInt16(double value, std::int16_t& n) {
+  if (!(value > -32769.0 && value < 32768.0)) return false;
+  n = static_cast<std::int16_t>(value);
+  return true;
+}
+
+}  // namespace
+
+bool RunBenchRoutine(const std::string& name, const std::vector<std::string>& args, std::string& out,
+                     std::string& error) {
+  out.clear();
+  error.clear();
+  const BenchRoutine* routine = FindBenchRoutine(name);
+  if (!routine) {
+    error = "no routine " + name;
+    return false;
+  }
+  if (args.size() != routine->count) {
+    error = name + " takes " + routine->arguments;
+    return false;
+  }
+  auto refuse = [&](const std::string& why) {
+    error = name + ": " + why;
+    return false;
+  };
+  if (name == "ReadTableC") {
+    std::int16_t n = 0;
+    if (!IsNumeric(args[0])) return refuse(args[0] + " is not a number");
+    if (!ToInt16(Val(args[0]), n)) return refuse(args[0] + " is out of range");
+    out = ShortestText(ReadTableC(n, args[1]));
+    return true;
+  }
+  std::vector<float> x;
+  for (const std::string& a : args) {
+    float value = ParseFloat(a);
+    if (value == BAD_NUMBER) return refuse(a + " is not a number");
+    x.push_back(value);
+  }
+  // The counts of the table readers, argument by argument.
+  std::int16_t n[3] = {0, 0, 0};
+  auto count = [&](std::size_t i) { return ToInt16(x[i], n[i]); };
+
+  if (name == "FValue") {
+    out = ShortestText(FValue(x[0], x[1], x[2]));
+  } else if (name == "FProbability") {
+    out = ShortestText(FProbability(x[0], x[1], x[2]));
+  } else if (name == "tProbability") {
+    if (!Whole(x[1], 1, 1.0e6f)) return refuse("v is a whole number from 1");
+    out = ShortestText(tProbability(x[0], static_cast<int>(x[1])));
+  } else if (name == "NormalProbability") {
+    out = ShortestText(NormalProbability(x[0]));
+  } else if (name == "NormalValue") {
+    out = ShortestText(NormalValue(x[0]));
+  } else if (name == "ReadTableB") {
+    if (!count(0)) return refuse(args[0] + " is out of range");
+    if (!count(1)) return refuse(args[1] + " is out of range");
+    float v = MISSING_VALUE, d2 = MISSING_VALUE;
+    ReadTableB(n[0], n[1], v, d2);
+    out = ShortestText(v) + "\n" + ShortestText(d2);
+  } else if (name == "ReadTableD") {
+    if (!count(2)) return refuse(args[2] + " is out of range");
+    float h = MISSING_VALUE;
+    ReadTableD(x[0], x[1], n[2], h);
+    out = ShortestText(h);
+  } else if (name == "ReadTableF") {
+    out = ShortestText(ReadTableF(x[0], x[1], x[2]));
+  } else if (name == "ReadtPercent") {
+    if (!count(0)) return refuse(args[0] + " is out of range");
+    out = ShortestText(ReadtPercent(n[0], x[1]));
+  } else if (name == "ReadDuncanRow") {
+    if (!count(0)) return refuse(args[0] + " is out of range");
+    DuncanRows table{};
+    ReadDuncanRow(n[0], x[1], table);
+    // p and the significant range of each of the 13 columns.
+    for (int i = 1; i <= 13; ++i) out += (i > 1 ? "\n" : "") + ShortestText(table[i][1]) + "\t" + ShortestText(table[i][2]);
+  } else {
+    if (!Whole(x[0], 0, 20)) return refuse(args[0] + " is not a whole number from 0 to 20");
+    int digits = static_cast<int>(x[0]);
+    if (name == "FormatSF") out = FormatSF(digits, x[1]);
+    else if (name == "FormatP") out = FormatP(digits, x[1]);
+    else out = FormatDecimals(digits, x[1]);
+  }
+  return true;
+}
+
+}  // namespace kestrow

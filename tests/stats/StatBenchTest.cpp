@@ -1,0 +1,42 @@
+// The bench of the routines, in process: the table readers' counts are 16-bit
+// integers, and a count with no such integer is refused before any lookup.
+#include <gtest/gtest.h>
+
+#include "core/Paths.h"
+#include "core/TestSupport.h"
+#include "stats/StatBench.h"
+
+namespace kestrow {
+namespace {
+
+TEST(StatBench, CountsBeyondASixteenBitIntegerAreRefusedBeforeAnyLookup) {
+  test::ScopedUi ui;
+  SetProgramFolder(KESTROW_BIN);
+  struct Case {
+    const char* routine;
+    std::vector<std::string> args;
+    const char* error;
+  };
+  for (const Case& c : {Case{"ReadTableB", {"32768", "1"}, "ReadTableB: 32768 is out of range"},
+                        Case{"ReadTableB", {"5", "-1e30"}, "ReadTableB: -1e30 is out of range"},
+                        Case{"ReadTableC", {"1e39", "D4"}, "ReadTableC: 1e39 is out of range"},
+                        Case{"ReadTableD", {"0.1", "10", "40000"}, "ReadTableD: 40000 is out of range"},
+                        Case{"ReadtPercent", {"-32769", "0.05"}, "ReadtPercent: -32769 is out of range"},
+                        Case{"ReadDuncanRow", {"1e9", "0.05"}, "ReadDuncanRow: 1e9 is out of range"}}) {
+    std::string out = "stale", error;
+    EXPECT_FALSE(RunBenchRoutine(c.routine, c.args, out, error)) << c.routine;
+    EXPECT_EQ(error, c.error);
+    EXPECT_TRUE(out.empty());
+  }
+  EXPECT_TRUE(ui->messages.empty());  // no reader was reached
+
+  // Within the range a fraction is dropped, as the readers always took it.
+  std::string whole, fraction, error;
+  ASSERT_TRUE(RunBenchRoutine("ReadTableB", {"5", "1"}, whole, error)) << error;
+  ASSERT_TRUE(RunBenchRoutine("ReadTableB", {"5.9", "1"}, fraction, error)) << error;
+  EXPECT_EQ(fraction, whole);
+  SetProgramFolder("");
+}
+
+}  // namespace
+}  // namespace kestrow
