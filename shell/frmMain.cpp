@@ -210,7 +210,7 @@ void frmMain::BuildMenus() {
     AddAction(device, name, caption);
 
   QMenu* admin = menu("mnuAdmin", "&Admin");
-  AddAction(admin, "mnuAdminStats", "&Test Stats and Table Routines...");
+  AddAction(admin, "mnuAdminStats", "&Test Stats and Table Routines...", &frmMain::mnuAdminStats_Click);
   AddAction(admin, "mnuAdminReset", "&Reset Cue Card Checks", &frmMain::mnuAdminReset_Click);
   AddAction(admin, "mnuValidate", "&Validate Designs Database...");
   AddAction(admin, "mnuAdminDictionary", "&Build Language Database...", &frmMain::mnuAdminDictionary_Click);

@@ -74,6 +74,7 @@ class frmMain : public QMainWindow {
   void mnuPopDelete_Click();
   void mnuPopDelete3_Click();
   void mnuPopLock_Click();
+  void mnuAdminStats_Click();
   void mnuAdminReset_Click();
   void mnuAdminDictionary_Click();
   void mnuAdminUpdate_Click();

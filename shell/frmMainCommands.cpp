@@ -26,6 +26,7 @@
 #include "shell/frmSelFac.h"
 #include "shell/frmSetSeq.h"
 #include "shell/frmStudy.h"
+#include "shell/frmTest.h"
 #include "shell/frmViewDes.h"
 #include "shell/frmWizard.h"
 #include "shell/frmXform.h"
@@ -287,6 +288,11 @@ void frmMain::mnuPopLock_Click() {
   ProblemToTree();
   if (QTreeWidgetItem* node = Node(key)) sstv1->setCurrentItem(node);
   NodeClick(key);
+}
+
+void frmMain::mnuAdminStats_Click() {
+  frmTest dialog(this);
+  dialog.exec();
 }
 
 void frmMain::mnuAdminReset_Click() {
