@@ -13,7 +13,11 @@
 #include <string>
 #include <vector>
 
+#include "analyses/Availability.h"
+#include "analyses/ShowAnalysis.h"
 #include "core/Globals.h"
+#include "core/Grid.h"
+#include "core/GridText.h"
 #include "core/Json.h"
 #include "core/Language.h"
 #include "core/Paths.h"
@@ -46,6 +50,9 @@ const char* USAGE_TEXT =
     "  design FILE.KSW --study KEY --row N [-o OUT.KSW]\n"
     "                                build the design of row N (from 1) for the study, make its\n"
     "                                data array and run order, and save (over FILE without -o)\n"
+    "  analyse FILE.KSW --study KEY --code N [--tsv]\n"
+    "                                show analysis N of the study with its stored settings: the\n"
+    "                                grid as JSON (rows, back and fore colours), or as tab-separated rows\n"
     "  report FILE.KSW --study KEY stats|worksheet\n"
     "                                the study's statistics report or data worksheet as text\n"
     "  stat ROUTINE ARGS...          call one statistical routine and print its result: FValue P v1 v2,\n"
@@ -237,6 +244,48 @@ int ReportCommand(const std::vector<std::string>& words) {
   return ok && std::cout.good() ? OK : FAILED;
 }
 
+// The show step of an analysis, as a click on its node gives it when the
+// analysis is set up; a dialog cannot be shown here, so one that is not set
+// up is refused.
+int Analyse(std::vector<std::string> words) {
+  bool tsv = false;
+  std::erase_if(words, [&](const std::string& w) { return w == "--tsv" ? (tsv = true) : false; });
+  Args a;
+  std::string complaint;
+  if (!ParseArgs(words, {"--study", "--code"}, a, complaint)) return Usage(complaint);
+  if (a.positional.size() != 1 || !a.options.count("--study") || !a.options.count("--code"))
+    return Usage("analyse takes a problem file, --study KEY and --code N");
+  const std::string& codeText = a.options["--code"];
+  if (!IsNumeric(codeText) || codeText.find_first_of(".eE") != std::string::npos)
+    return Usage("--code takes an analysis number");
+  int code = static_cast<int>(Val(codeText));
+  if (!IsAnalysisBuilt(code)) {
+    std::cerr << "kestrow-cli: analysis " << code << " cannot be shown by this version\n";
+    return FAILED;
+  }
+  if (!OpenProgramFiles()) return FAILED;
+  auto problem = LoadProblem(a.positional[0]);
+  if (!problem) return FAILED;
+  Study* s = FindStudy(*problem, a);
+  if (!s) return FAILED;
+  Statistics stats;
+  stats.Compute(*s);
+  std::string reason = AnalysisUnavailableReason(*s, stats, code);
+  if (!reason.empty()) {
+    std::cerr << "kestrow-cli: " << reason << "\n";
+    return FAILED;
+  }
+  if (!IsAnalysisSetUp(*s, stats, code)) {
+    std::cerr << "kestrow-cli: analysis " << code << " of study " << s->sKey
+              << " has no settings yet; set it up in the workbench first\n";
+    return FAILED;
+  }
+  Grid grid;
+  if (!DrawAnalysis(code, *s, stats, grid)) return FAILED;
+  std::cout << (tsv ? GridToTsv(grid) : GridToJson(grid));
+  return std::cout.good() ? OK : FAILED;
+}
+
 int DesignCommand(const std::vector<std::string>& words) {
   Args a;
   std::string complaint;
@@ -327,6 +376,7 @@ int Run(int argc, char** argv) {
   if (command == "designs") return Designs(args);
   if (command == "design") return DesignCommand(args);
   if (command == "report") return ReportCommand(args);
+  if (command == "analyse") return Analyse(args);
   for (const std::string& a : args)
     if (a.size() > 1 && a[0] == '-' && a[1] == '-') return Usage("unknown option " + a);
   if (command == "to-json") return ToJson(args);

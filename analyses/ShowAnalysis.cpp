@@ -1,0 +1,19 @@
+#include "analyses/ShowAnalysis.h"
+
+#include "analyses/ANOVA.h"
+#include "analyses/Availability.h"
+
+namespace kestrow {
+
+bool IsGridAnalysis(int code) { return code == ANALYSIS_ANOVA; }
+
+bool IsAnalysisBuilt(int code) { return code == ANALYSIS_ANOVA; }
+
+bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid) {
+  switch (code) {
+    case ANALYSIS_ANOVA: return DrawANOVA(study, stats, grid);
+    default: return false;
+  }
+}
+
+}  // namespace kestrow
