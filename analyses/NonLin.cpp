@@ -4,8 +4,12 @@
 #include <cstdint>
 
 #include "analyses/Cstat.h"
+#include "core/Clock.h"
 #include "core/Language.h"
+#include "core/Problem.h"
+#include "core/Report.h"
 #include "core/Study.h"
+#include "core/Ui.h"
 #include "stats/Formatters.h"
 #include "stats/TableReaders.h"
 
@@ -38,6 +42,39 @@ NonLinResult ComputeNonLin(const Study& study, const Statistics& stats, int rvNu
   r.nonLinear = std::fabs(e) > limit;
   r.lblConclusion = SubstituteCopy(GetText(r.nonLinear ? "NLNmsg1" : "NLNmsg2"), std::to_string(confidence));
   return r;
+}
+
+bool WriteNonLin(const Problem& problem, const Study& study, int rvNumber, int confidence, const NonLinResult& r,
+                 const std::string& file) {
+  Report rep;
+  if (!rep.RepOpen(file)) {
+    ErrorBox("The report file " + file + " cannot be written.");
+    return false;
+  }
+  const std::pair<const char*, std::string> rows[] = {
+      {"Problem", problem.sName},
+      {"Study", study.sName},
+      {"Response variable", study.StudyRespVars.Count() >= rvNumber && rvNumber >= 1
+                                ? study.GetPRVName(study.StudyRespVars(rvNumber).sKey)
+                                : std::string()},
+      {"Confidence (%)", std::to_string(confidence)},
+      {"Average for base design", r.lblBaseAvg},
+      {"Average for center points", r.lblCentreAvg},
+      {"Effect of non-linearity", r.lblENonLin},
+      {"Sigma to test non-linearity", r.lblSigma},
+      {"Decision limits for non-linearity", r.lblDL},
+      {"Conclusion:", r.lblConclusion}};
+  rep.RepSend("Non-linearity Test");
+  rep.RepUnderline();
+  rep.RepSend("Printed: " + ShortDate());
+  rep.RepLF();
+  std::string widest;
+  for (const auto& [caption, value] : rows)
+    if (std::string(caption).size() > widest.size()) widest = caption;
+  bool ok = rep.RepFormatColumns(widest + "|" + std::string(8, 'x'));
+  for (const auto& [caption, value] : rows) ok = ok && rep.RepSendFormatted(std::string(caption) + "|" + value, false);
+  rep.RepClose();
+  return ok;
 }
 
 }  // namespace kestrow

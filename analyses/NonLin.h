@@ -6,6 +6,7 @@
 
 namespace kestrow {
 
+class Problem;
 class Study;
 class Statistics;
 
@@ -22,5 +23,11 @@ inline constexpr int NONLIN_CONFIDENCE[3] = {90, 95, 99};
 // figures need them (see Cstat). A reason that stops the test empties the
 // figures and stands in the conclusion.
 NonLinResult ComputeNonLin(const Study& study, const Statistics& stats, int rvNumber, int confidence);
+
+// The result as a text report: the problem, study, response and confidence,
+// then each figure under its caption. False, with the message, if the file
+// cannot be written.
+bool WriteNonLin(const Problem& problem, const Study& study, int rvNumber, int confidence, const NonLinResult& r,
+                 const std::string& file);
 
 }  // namespace kestrow

@@ -47,10 +47,17 @@ void LogLine(const std::string& text) {
 void LogGrid(int col1, int col2, const Grid& grid) {
   col1 = std::max(col1, 0);
   col2 = std::min(col2, grid.Cols() - 1);
+  // A cell merged across columns (a title) is written as a line of its own
+  // and does not widen its column.
+  auto merged = [&](int r, int c) {
+    const Grid::Range* m = grid.MergeAt(r, c);
+    return m && m->cols > 1;
+  };
   std::vector<std::size_t> widths;
   for (int c = col1; c <= col2; ++c) {
     std::size_t w = 0;
-    for (int r = 0; r < grid.Rows(); ++r) w = std::max(w, CharCount(grid.Text(r, c)));
+    for (int r = 0; r < grid.Rows(); ++r)
+      if (!merged(r, c)) w = std::max(w, CharCount(grid.Text(r, c)));
     widths.push_back(w);
   }
   auto row = [&](auto cell) {
@@ -63,6 +70,10 @@ void LogGrid(int col1, int col2, const Grid& grid) {
     LogLine(line);
   };
   for (int r = 0; r < grid.Rows(); ++r) {
+    if (merged(r, col1)) {
+      LogLine(grid.Text(r, grid.MergeAt(r, col1)->col));
+      continue;
+    }
     row([&](int c) { return grid.Text(r, c); });
     if (r + 1 == grid.FixedRows)
       row([&](int c) { return std::string(widths[static_cast<std::size_t>(c - col1)], '_'); });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/Language.h"
 #include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Text.h"
@@ -152,6 +153,15 @@ bool Report::RepSendFormatted(const std::string& list, bool truncate) {
   ++iLines;
   iLastLen = static_cast<int>(CharCount(list));
   return static_cast<bool>(file_);
+}
+
+void ShowTextReport(const std::function<bool(const std::string&)>& write) {
+  if (gSettings.TextEd.empty()) {
+    InfoBox(GetText("MNerra"));
+    return;
+  }
+  std::string file = NextReportFile();
+  if (write(file)) CurrentUi().ShowTextFile(gSettings.TextEd, file);
 }
 
 }  // namespace kestrow

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <fstream>
+#include <functional>
 #include <string>
 
 namespace kestrow {
@@ -21,6 +22,11 @@ inline constexpr char REP_DASHES_RIGHT = '\xF5';  // the same rule, right aligne
 // ReportNumber is -1, otherwise that name with the running number before its
 // extension, after which the number goes up.
 std::string NextReportFile();
+
+// A text report as the user asks for it: without a text editor (the setting
+// TextEd) that is said and nothing is written; otherwise write fills the next
+// report file, and the editor shows it when write succeeded.
+void ShowTextReport(const std::function<bool(const std::string&)>& write);
 
 class Report {
  public:

@@ -77,16 +77,6 @@ bool Columns(Report& rep, const std::vector<std::string>& samples) {
   return false;
 }
 
-// Asks for the editor, then writes the next report file and shows it.
-void Show(const std::function<bool(const std::string&)>& write) {
-  if (gSettings.TextEd.empty()) {
-    InfoBox(GetText("MNerra"));
-    return;
-  }
-  std::string file = NextReportFile();
-  if (write(file)) CurrentUi().ShowTextFile(gSettings.TextEd, file);
-}
-
 }  // namespace
 
 bool WriteWorksheet(const Problem& problem, const Study& study, const std::string& file) {
@@ -253,13 +243,13 @@ std::string StatsRefusal(const Study* study, Statistics& stats) {
 
 void ShowWorksheet(const Problem& problem, const Study* study) {
   if (std::string refusal = WorksheetRefusal(study); !refusal.empty()) return InfoBox(refusal);
-  Show([&](const std::string& file) { return WriteWorksheet(problem, *study, file); });
+  ShowTextReport([&](const std::string& file) { return WriteWorksheet(problem, *study, file); });
 }
 
 void ShowStats(const Problem& problem, const Study* study) {
   Statistics stats;
   if (std::string refusal = StatsRefusal(study, stats); !refusal.empty()) return InfoBox(refusal);
-  Show([&](const std::string& file) { return WriteStats(problem, *study, stats, file); });
+  ShowTextReport([&](const std::string& file) { return WriteStats(problem, *study, stats, file); });
 }
 
 }  // namespace kestrow

@@ -15,6 +15,7 @@
 #include <QToolBar>
 #include <QTreeWidget>
 
+#include "analyses/ShowAnalysis.h"
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/MainCommands.h"
@@ -110,6 +111,11 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), dataGrid_(grid_) {
     if (item && QApplication::mouseButtons() == Qt::NoButton)
       NodeClick(item->data(0, Qt::UserRole).toString().toStdString());
   });
+  // A double click on an analysis opens its settings first.
+  connect(sstv1, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
+    NodeRef ref = ParseNodeKey(item->data(0, Qt::UserRole).toString().toStdString());
+    if (ref.kind == 'z' && IsAnalysisBuilt(ref.number) && gStudy) ShowEditAnalysis(2);
+  });
   connect(sstv1, &QTreeWidget::customContextMenuRequested, this, &frmMain::ContextMenu);
   connect(sstv1, &QTreeWidget::itemExpanded, this, &frmMain::TreeExpanded);
 }
@@ -199,10 +205,10 @@ void frmMain::BuildMenus() {
   QMenu* study = menu("mnuStudy", "&Study");
   AddAction(study, "mnuStudyRandomise", "&Run Order...", &frmMain::mnuStudyRandomise_Click);
   AddAction(study, "mnuStudyTransform", "&Transform Data...", &frmMain::mnuStudyTransform_Click);
-  for (auto [name, caption] : {std::pair{"mnuStudyCentre", "Add &Center Points..."},
-                               {"mnuStudyAxial", "Add &Axial Points..."},
-                               {"mnuStudyNonlin", "&Non-linearity Test..."}, {"mnuStudyFoldover", "&Fold-over..."}})
-    AddAction(study, name, caption);
+  AddAction(study, "mnuStudyCentre", "Add &Center Points...");
+  AddAction(study, "mnuStudyAxial", "Add &Axial Points...");
+  AddAction(study, "mnuStudyNonlin", "&Non-linearity Test...", &frmMain::mnuStudyNonlin_Click);
+  AddAction(study, "mnuStudyFoldover", "&Fold-over...");
 
   QMenu* device = menu("mnuDevice", "&Device");
   for (auto [name, caption] : {std::pair{"mnuDevConfigure", "&Configure..."}, {"mnuDevStart", "&Start"},
@@ -278,7 +284,7 @@ void frmMain::BuildToolbar() {
                             {15, "UnZoom", nullptr},
                             {16, "EraseLabels", nullptr},
                             {17, "AddLabel", nullptr},
-                            {18, "AddLog", nullptr},
+                            {18, "AddLog", &frmMain::ToolsAddLog},
                             {19, "Help", nullptr}};
   for (const Button& b : buttons) {
     if (!b.key) {
@@ -350,10 +356,11 @@ void frmMain::ProblemToTree() {
     item->setText(0, Q(n.caption));
     item->setData(0, Qt::UserRole, Q(n.key));
     if (gSettings.TreeIcons) item->setIcon(0, TreeIcon(n.icon));
-    // Analyses and the reports other than the statistics report and the
-    // worksheet come with later parts of the program.
+    // The analyses not yet built, and the reports other than the statistics
+    // report and the worksheet, come with later parts of the program.
     NodeRef ref = ParseNodeKey(n.key);
-    if (ref.kind == 'z' || (ref.kind == 'e' && ref.number != 2 && ref.number != 4)) item->setDisabled(true);
+    if ((ref.kind == 'z' && !IsAnalysisBuilt(ref.number)) || (ref.kind == 'e' && ref.number != 2 && ref.number != 4))
+      item->setDisabled(true);
     nodes_[n.key] = item;
   }
   for (const char* key : {"P", "F", "V", "S"})
@@ -376,6 +383,7 @@ void frmMain::ClearPane() {
 }
 
 void frmMain::ShowView(const PaneView& view) {
+  view_ = view;
   QString html = "<h2>" + Html(view.title) + "</h2><table cellspacing='0' cellpadding='4'>";
   for (const auto& [label, value] : view.rows)
     html += "<tr><td valign='top' style='font-weight:bold; padding-right:16px'>" + Html(label) +
@@ -452,6 +460,9 @@ void frmMain::NodeClick(const std::string& key) {
     case 'd':
       ShowDataGrid();
       break;
+    case 'z':
+      ShowEditAnalysis(1);
+      break;
     case 'e':
       ClearPane();
       if (ref.number == 2) ShowStats(*gProblem, gStudy);
@@ -478,6 +489,8 @@ void frmMain::UpdateMenus() {
                            "mnuEditWipe"})
     Action(name)->setEnabled(paneName_ == PANE_DATA && gStudy);
   Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
+  Action("mnuStudyNonlin")->setEnabled(gStudy && (gStudy->iDesFlag & DES_CENTRE_POINTS) && gStudy->iReps > 1);
+  Action("tbAddLog")->setEnabled(!paneName_.empty());
   Action("tbViewDes")->setEnabled(gStudy && !gStudy->sDesignName.empty() && gStudy->iNumRuns > 0);
   SetTitle();
 }

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "core/Grid.h"
+#include "core/PaneViews.h"
 #include "data/DataGrid.h"
 
 class QAction;
@@ -94,6 +95,13 @@ class frmMain : public QMainWindow {
   void ToolsViewLog();
   void mnuStudyRandomise_Click();
   void mnuStudyTransform_Click();
+  void mnuStudyNonlin_Click();
+  // Shows the analysis of giAnalysis for gStudy: mode 1 shows it, opening its
+  // dialog first when it has no settings yet; any other mode opens the dialog
+  // first.
+  void ShowEditAnalysis(int mode);
+  // Appends what the pane shows to the print log.
+  void ToolsAddLog();
   void mnuEditCopy_Click();
   void mnuEditPaste_Click();
   void mnuEditPasteToC_Click();
@@ -133,6 +141,7 @@ class frmMain : public QMainWindow {
   GridModel* gridModel_;
   DataGridDelegate* delegate_;
   std::string paneName_;
+  PaneView view_;  // the view on show when the pane name is "View"
   bool gridShownOnce_ = false;
 };
 

@@ -1,0 +1,94 @@
+// The main window's analysis commands: showing and editing an analysis, the
+// non-linearity test, and adding what the pane shows to the print log.
+#include <QHeaderView>
+#include <QStackedWidget>
+#include <QTableView>
+
+#include "analyses/Availability.h"
+#include "analyses/ShowAnalysis.h"
+#include "core/Globals.h"
+#include "core/PrintLog.h"
+#include "core/ProblemTree.h"
+#include "core/Study.h"
+#include "core/Ui.h"
+#include "data/Statistics.h"
+#include "shell/GridModel.h"
+#include "shell/frmANOVA.h"
+#include "shell/frmMain.h"
+#include "shell/frmNonLin.h"
+
+namespace kestrow {
+
+namespace {
+
+// The dialog of an analysis, run modally; true on OK.
+bool EditAnalysis(int code, Study& study, QWidget* parent) {
+  switch (code) {
+    case ANALYSIS_ANOVA: {
+      frmANOVA dialog(study, gStats, parent);
+      return dialog.exec() == QDialog::Accepted;
+    }
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+void frmMain::ShowEditAnalysis(int mode) {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  int code = giAnalysis;
+  gStats.Compute(*gStudy);
+  std::string reason = AnalysisUnavailableReason(*gStudy, gStats, code);
+  if (!reason.empty()) {
+    ErrorBox(reason);
+    return;
+  }
+  if (mode != 1 || !IsAnalysisSetUp(*gStudy, gStats, code)) {
+    if (!EditAnalysis(code, *gStudy, this)) return;
+    gProblem->bChanged = true;
+    gStats.Compute(*gStudy);
+  }
+  ClearPane();
+  DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
+  gridModel_->ApplyLayout(grdMain);
+  grdMain->resizeColumnsToContents();
+  pane_->setCurrentWidget(grdMain);
+  paneName_ = AnalysisTag(code);
+  UpdateMenus();
+}
+
+void frmMain::mnuStudyNonlin_Click() {
+  if (!gStudy || !(gStudy->iDesFlag & DES_CENTRE_POINTS) || gStudy->iReps < 2) return;
+  UnLoadDataGrid();
+  gStats.Compute(*gStudy);
+  frmNonLin dialog(*gStudy, gStats, this);
+  dialog.exec();
+}
+
+void frmMain::ToolsAddLog() {
+  if (PaneName().empty()) return;
+  UnLoadDataGrid();
+  bool study = gStudy && !ParseNodeKey(gsKey).studyKey.empty();
+  if (!OpenLog(study)) return;
+  if (PaneName() == "View") {
+    LogLine(view_.title);
+    for (const auto& [label, value] : view_.rows) {
+      std::string text = value;
+      std::string lead = label + ": ";
+      std::size_t at;
+      while ((at = text.find('\n')) != std::string::npos) {
+        LogLine(lead + text.substr(0, at));
+        text.erase(0, at + 1);
+        lead = std::string(label.size() + 2, ' ');
+      }
+      LogLine(lead + text);
+    }
+  } else {
+    LogGrid(0, grid_.Cols() - 1, grid_);
+  }
+  CloseLog();
+}
+
+}  // namespace kestrow

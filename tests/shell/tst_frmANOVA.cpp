@@ -1,0 +1,218 @@
+// The ANOVA dialog with its pooling panel, and the dispatch of the analysis
+// nodes: a set-up analysis shows at once, one without settings opens its
+// dialog first, and the print log takes the report.
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QtTest>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+#include "core/Globals.h"
+#include "core/Language.h"
+#include "core/Paths.h"
+#include "core/ScriptedUi.h"
+#include "core/Settings.h"
+#include "data/Statistics.h"
+#include "shell/frmANOVA.h"
+#include "shell/frmMain.h"
+#include "shell/frmNonLin.h"
+
+using namespace kestrow;
+
+namespace {
+
+QString T(const char* tag) { return QString::fromStdString(GetText(tag)); }
+
+// Row of grdPool holding a contrast.
+int PoolRow(frmANOVA& d, const QString& name) {
+  for (int r = 0; r < d.grdPool->rowCount(); ++r)
+    if (d.grdPool->item(r, 1)->text() == name) return r;
+  return -1;
+}
+
+}  // namespace
+
+class tst_frmANOVA : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() {
+    SetProgramFolder(KESTROW_BIN);
+    QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
+  }
+
+  void init() {
+    ui_ = new ScriptedUi();
+    InstallUi(std::unique_ptr<Ui>(ui_));
+    gSettings = Settings();
+    auto p = std::make_unique<Problem>();
+    QVERIFY(p->Load(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
+    ReplaceProblem(std::move(p));
+    study_ = &gProblem->Studies(1);
+  }
+
+  void thePoolingPanelKeepsLiveTotals() {
+    Unreplicate();
+    gStats.Compute(*study_);
+    frmANOVA d(*study_, gStats);
+    QVERIFY(d.cmdPooling->isEnabled());
+    QVERIFY(!d.optVar[1]->isEnabled());  // one replicate: no standard deviations
+    QVERIFY(!d.fra1->isVisible());
+    d.show();
+    d.cmdPooling->click();
+    QVERIFY(d.fra1->isVisible());
+    QCOMPARE(d.cmdPooling->text(), T("ANOVAmsg2"));
+    QCOMPARE(d.grdPool->rowCount(), 7);
+    QCOMPARE(d.lblDF->text(), QString("0"));
+    int ab = PoolRow(d, "AB"), abc = PoolRow(d, "ABC");
+    QVERIFY(ab >= 0 && abc >= 0);
+    emit d.grdPool->cellClicked(ab, 1);
+    emit d.grdPool->cellClicked(abc, 0);
+    QCOMPARE(d.lblDF->text(), QString("2"));
+    QCOMPARE(d.lblPooling->text(), QString("AB, ABC"));
+    QCOMPARE(d.grdPool->item(ab, 0)->checkState(), Qt::Checked);
+    float sum = d.grdPool->item(ab, 2)->text().toFloat() + d.grdPool->item(abc, 2)->text().toFloat();
+    QVERIFY(std::fabs(d.lblErrorSS->text().toFloat() - sum) <= 0.001f * sum);
+    emit d.grdPool->cellClicked(ab, 1);
+    emit d.grdPool->cellClicked(abc, 1);
+    QCOMPARE(d.lblErrorSS->text(), QString("0"));
+    d.cmdPooling->click();
+    QVERIFY(!d.fra1->isVisible());
+    QCOMPARE(d.cmdPooling->text(), T("ANOVAmsg3"));
+  }
+
+  void okRefusesABadAlphaAndStoresAGoodOne() {
+    gStats.Compute(*study_);
+    frmANOVA d(*study_, gStats);
+    QVERIFY(!d.cmdPooling->isEnabled());  // replicated: the error is within runs
+    d.txtAlpha->setText("1");
+    d.cmdOK->click();
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text), T("ANOVAerr1"));
+    QCOMPARE(d.result(), 0);
+    d.txtAlpha->setText("0.05");
+    d.cmdOK->click();
+    QCOMPARE(d.result(), int(QDialog::Accepted));
+    QCOMPARE(QString::fromStdString(study_->ANOVA_sRVkey), QString("v1"));
+    QCOMPARE(study_->ANOVA_fAlpha, 0.05f);
+  }
+
+  void cancelLeavesThePoolingAsItWas() {
+    Unreplicate();
+    gStats.Compute(*study_);
+    frmANOVA d(*study_, gStats);
+    emit d.grdPool->cellClicked(0, 1);
+    QVERIFY(study_->Contrasts(1).bPooled);
+    d.cmdCancel->click();
+    QVERIFY(!study_->Contrasts(1).bPooled);
+    QVERIFY(study_->ANOVA_sRVkey.empty());
+  }
+
+  // Without settings the node opens the dialog; on OK the report shows, and a
+  // later click shows it at once.
+  void theNodeOpensTheDialogFirstThenShowsTheReport() {
+    frmMain main;
+    Open(main);
+    QTreeWidgetItem* node = main.Node("z1+2");
+    QVERIFY(node);
+    QVERIFY(!node->isDisabled());
+    bool opened = false;
+    QTimer::singleShot(0, [&] {
+      auto* d = qobject_cast<frmANOVA*>(QApplication::activeModalWidget());
+      QVERIFY(d);
+      opened = true;
+      d->cmdOK->click();
+    });
+    main.NodeClick("z1+2");
+    QVERIFY(opened);
+    QCOMPARE(QString::fromStdString(main.PaneName()), QString("ANOVA"));
+    QVERIFY(gProblem->bChanged);
+    const Grid& g = main.MainGrid();
+    QCOMPARE(QString::fromStdString(g.Text(0, 0)), QString("Contrast"));
+    bool sawA = false;
+    for (int r = 0; r < g.Rows(); ++r) sawA = sawA || g.Text(r, 0) == "A";
+    QVERIFY(sawA);
+    if (const char* shot = std::getenv("KESTROW_SHOT")) {
+      main.resize(1100, 650);
+      main.show();
+      QTest::qWait(50);
+      main.grab().save(shot);
+    }
+    main.NodeClick("P");
+    main.NodeClick("z1+2");  // set up now: no dialog
+    QCOMPARE(QString::fromStdString(main.PaneName()), QString("ANOVA"));
+  }
+
+  void theReportGoesToThePrintLog() {
+    namespace fs = std::filesystem;
+    fs::path log = fs::temp_directory_path() / "kestrow-tst-anova-log.txt";
+    fs::remove(log);
+    frmMain main;
+    Open(main);
+    gSettings.PrintLog = log.string();
+    study_->ANOVA_sRVkey = "v1";
+    main.NodeClick("z1+2");
+    QVERIFY(main.Action("tbAddLog")->isEnabled());
+    main.Action("tbAddLog")->trigger();
+    std::ifstream in(log);
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    QVERIFY(text.find("Study: " + study_->sName) != std::string::npos);
+    QVERIFY(text.find(GetText("SdofANOVA")) != std::string::npos);
+    QVERIFY(text.find("Contrast Source") != std::string::npos);  // the caption row, padded to its columns
+    QVERIFY(ui_->messages.back().text.find(" lines written") != std::string::npos);
+    fs::remove(log);
+  }
+
+  void anUnavailableAnalysisSaysWhyAndOpensNothing() {
+    frmMain main;
+    Open(main);
+    for (int run = 1; run <= study_->iNumRuns; ++run)
+      for (int rep = 1; rep <= study_->iReps; ++rep) study_->SetData(1, run, rep, MISSING_VALUE);
+    main.NodeClick("z1+2");
+    QCOMPARE(QString::fromStdString(ui_->messages.back().text),
+             QString("At least one full replication is missing - cannot perform ANOVA"));
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+  }
+
+  void theNonLinearityTestNeedsCentrePointsAndReplicates() {
+    frmMain main;
+    Open(main);
+    main.NodeClick("s1");
+    QVERIFY(!main.Action("mnuStudyNonlin")->isEnabled());
+    study_->iDesFlag |= DES_CENTRE_POINTS;
+    main.NodeClick("s1");
+    QVERIFY(main.Action("mnuStudyNonlin")->isEnabled());
+    // No centre runs in the sample: the test says it needs them.
+    gStats.Compute(*study_);
+    frmNonLin d(*study_, gStats);
+    QCOMPARE(d.lblConclusion->text(), T("NLNerr1"));
+    QCOMPARE(d.cmbConf->currentText(), QString(" 95"));
+  }
+
+ private:
+  // An unreplicated copy of the sample: its first replicate only.
+  void Unreplicate() {
+    study_->iReps = 1;
+    study_->SetDataArrayPreserve();
+  }
+  // The main window on the sample; the window's load starts a new problem.
+  void Open(frmMain& main) {
+    main.Load();
+    QVERIFY(main.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
+    study_ = &gProblem->Studies(1);
+  }
+
+  ScriptedUi* ui_ = nullptr;
+  Study* study_ = nullptr;
+};
+
+QTEST_MAIN(tst_frmANOVA)
+#include "tst_frmANOVA.moc"
