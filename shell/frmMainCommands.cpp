@@ -18,11 +18,17 @@
 #include "core/Text.h"
 #include "core/Ui.h"
 #include "data/GridCommands.h"
+#include "data/Statistics.h"
 #include "shell/Translate.h"
+#include "shell/frmANOVA.h"
 #include "shell/frmCueCard.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmFactor.h"
+#include "shell/frmFilter.h"
+#include "shell/frmMain.h"
+#include "shell/frmNonLin.h"
 #include "shell/frmQuick.h"
+#include "shell/frmRV.h"
 #include "shell/frmSelFac.h"
 #include "shell/frmSetSeq.h"
 #include "shell/frmStudy.h"
@@ -30,8 +36,6 @@
 #include "shell/frmViewDes.h"
 #include "shell/frmWizard.h"
 #include "shell/frmXform.h"
-#include "shell/frmMain.h"
-#include "shell/frmRV.h"
 
 namespace kestrow {
 
@@ -315,6 +319,14 @@ std::vector<FormCaptionRow> AllCaptions(frmMain* main) {
   add(new frmCueCard("Cue card|", nullptr));
   add(new frmSelFac({}, nullptr));
   add(new frmDesHelp2(nullptr));
+  add(new frmTest(nullptr));
+  // The study dialogs, over an empty study.
+  Study scratch;
+  Statistics none;
+  add(new frmXform(scratch, nullptr));
+  add(new frmFilter(scratch, "", "", nullptr));
+  add(new frmANOVA(scratch, none, nullptr));
+  add(new frmNonLin(scratch, none, nullptr));
   return rows;
 }
 

@@ -254,6 +254,28 @@ class tst_frmMain : public QObject {
     QVERIFY(FileExists(SettingsFile()));
   }
 
+  // The administrator's new dictionary holds the captions of every form,
+  // the study dialogs included, which are made over an empty study for it.
+  void aNewDictionaryCollectsTheCaptionsOfTheForms() {
+    QTemporaryDir folder;
+    QVERIFY(QFile::copy(KESTROW_BIN "/KSTlang.MDB", folder.filePath("KSTlang.MDB")));
+    SetProgramFolder(folder.path().toStdString());
+    frmMain w;
+    w.Load();
+    ui_->answers.push_back(Answer::Yes);
+    w.mnuAdminDictionary_Click();
+    std::string caption;
+    QVERIFY(FormCaption("frmANOVA", "optVar", 2, caption));
+    QCOMPARE(QString::fromStdString(caption), QString(" Mean-square deviation (MSD)"));
+    QVERIFY(FormCaption("frmNonLin", "lblDL", 0, caption));
+    QVERIFY(FormCaption("frmTest", "cmdDoIt", 10, caption));
+    QVERIFY(FormCaption("frmFilter", "lblHead", 0, caption));
+    QVERIFY(FormCaption("frmXform", "cmdCompute", 0, caption));
+    CloseLanguage();
+    SetProgramFolder("");
+    QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
+  }
+
  private:
   ScriptedUi* ui_ = nullptr;
   QTemporaryDir config_;
