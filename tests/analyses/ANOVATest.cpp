@@ -17,6 +17,7 @@
 #include "designs/Design.h"
 #include "designs/DesignFixture.h"
 #include "stats/FProbability.h"
+#include "stats/FValue.h"
 #include "stats/Formatters.h"
 
 namespace kestrow {
@@ -239,6 +240,29 @@ TEST_F(ANOVATest, TheTableByFactorGathersTheContrastsOfAFactor) {
   ASSERT_TRUE(Draw(s));
   EXPECT_EQ(RowOf(0, GetText("FacANOVA")), -1);
   EXPECT_GE(RowOf(0, GetText("SdofANOVA")), 0);
+}
+
+// Data found by a search so that F comes out exactly as the critical value
+// F(0.90; 1, 4) in 32-bit arithmetic: averages 1 and b of three observations
+// each, both runs with a standard deviation of 1.
+TEST_F(ANOVATest, AnFEqualToTheCriticalValueGetsNoStar) {
+  auto draw = [&](float b) {
+    gProblem->Studies.Clear();
+    Study& s = StudyOf(1, 2);
+    EXPECT_EQ(GetSingleFactorDesign(s, Design{}), -1);
+    s.iReps = 3;
+    s.SetDataArray();
+    s.ANOVA_sRVkey = "v1";
+    s.ANOVA_fAlpha = 0.1f;
+    Fill(s, {{0, 1, 2}, {b - 1, b, b + 1}});
+    EXPECT_TRUE(Draw(s));
+  };
+  float fCrit = FValue(0.9f, 1, 4);
+  draw(2.74064207f);
+  EXPECT_EQ(Of("A", 5), FormatNumSF(fCrit));
+  EXPECT_EQ(Of("A", 6), "");
+  draw(std::nextafter(2.74064207f, 3.0f));  // the next float up: F just above
+  EXPECT_EQ(Of("A", 6), "*");
 }
 
 class BlockedANOVATest : public ANOVATest {
