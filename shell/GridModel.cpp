@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QTableView>
 
+#include "core/Text.h"
 #include "shell/Colours.h"
 
 namespace kestrow {
@@ -46,7 +47,10 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return {};
     case Qt::TextAlignmentRole:
       if (fixed || grid_.MergeAt(r, c)) return int(Qt::AlignCenter);
-      return int(Qt::AlignRight | Qt::AlignVCenter);
+      // Numbers line up on the right, words on the left.
+      if (grid_.Text(r, c).empty() || IsNumeric(grid_.Text(r, c)) || grid_.Text(r, c)[0] == '<')
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+      return int(Qt::AlignLeft | Qt::AlignVCenter);
     default:
       return {};
   }

@@ -15,6 +15,7 @@
 
 #include "core/Language.h"
 #include "core/Study.h"
+#include "core/Text.h"
 #include "core/Ui.h"
 #include "shell/Buttons.h"
 #include "shell/Translate.h"
@@ -60,12 +61,13 @@ frmANOVA::frmANOVA(Study& study, const Statistics& stats, QWidget* parent) : QDi
   auto* pooling = new QVBoxLayout(fra1);
   grdPool = new QTableWidget(0, 4, fra1);
   grdPool->setObjectName("grdPool");
-  grdPool->setHorizontalHeaderLabels({"", "", Q(GetText("SS")), Q(GetText("Aliases"))});
+  std::string captions = GetText("ANOVAhdr");
+  grdPool->setHorizontalHeaderLabels({"", Q(PopBar(captions)), Q(GetText("SS")), Q(GetText("Aliases"))});
   grdPool->verticalHeader()->hide();
   grdPool->setEditTriggers(QAbstractItemView::NoEditTriggers);
   grdPool->setSelectionMode(QAbstractItemView::NoSelection);
   grdPool->horizontalHeader()->setStretchLastSection(true);
-  grdPool->setMinimumHeight(180);
+  grdPool->setMinimumSize(340, 180);
   pooling->addWidget(grdPool);
   auto* totals = new QFormLayout;
   lblDF = new QLabel(fra1);
