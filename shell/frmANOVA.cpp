@@ -61,8 +61,8 @@ frmANOVA::frmANOVA(Study& study, const Statistics& stats, QWidget* parent) : QDi
   auto* pooling = new QVBoxLayout(fra1);
   grdPool = new QTableWidget(0, 4, fra1);
   grdPool->setObjectName("grdPool");
-  std::string captions = GetText("ANOVAhdr");
-  grdPool->setHorizontalHeaderLabels({"", Q(PopBar(captions)), Q(GetText("SS")), Q(GetText("Aliases"))});
+  std::string headings = GetText("ANOVAhdr");
+  grdPool->setHorizontalHeaderLabels({"", Q(PopBar(headings)), Q(GetText("SS")), Q(GetText("Aliases"))});
   grdPool->verticalHeader()->hide();
   grdPool->setEditTriggers(QAbstractItemView::NoEditTriggers);
   grdPool->setSelectionMode(QAbstractItemView::NoSelection);
