@@ -71,13 +71,4 @@ void FillDesignView(const Study& s, Grid& grid) {
   grid.EndBatch();
 }
 
-std::string GridToTsv(const Grid& grid) {
-  std::string out;
-  for (int r = 0; r < grid.Rows(); ++r) {
-    for (int c = 0; c < grid.Cols(); ++c) out += (c ? "\t" : "") + grid.Text(r, c);
-    out += "\n";
-  }
-  return out;
-}
-
 }  // namespace kestrow

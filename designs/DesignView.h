@@ -17,7 +17,4 @@ class Study;
 // contrast column is its contrast number.
 void FillDesignView(const Study& study, Grid& grid);
 
-// The grid as tab-separated lines, as the print log takes it.
-std::string GridToTsv(const Grid& grid);
-
 }  // namespace kestrow

@@ -6,7 +6,9 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "core/GridText.h"
 #include "core/Language.h"
+#include "core/PrintLog.h"
 #include "core/Study.h"
 #include "designs/DesignView.h"
 #include "shell/GridModel.h"
@@ -39,7 +41,14 @@ frmViewDes::frmViewDes(const Study& study, QWidget* parent) : QDialog(parent), s
   print->setEnabled(false);  // printing comes with the print log
   QAction* log = file->addAction("Add to Print Log");
   log->setObjectName("mnuFileAddLog");
-  log->setEnabled(false);
+  // The table by tab-separated lines.
+  connect(log, &QAction::triggered, this, [this] {
+    if (!OpenLog(true)) return;
+    std::string text = GridToTsv(grid_);
+    for (std::size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1)
+      LogLine(text.substr(at, end - at));
+    CloseLog();
+  });
   file->addSeparator();
   QAction* exit = file->addAction("Exit");
   exit->setObjectName("mnuFileExit");
