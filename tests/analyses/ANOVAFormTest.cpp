@@ -2,30 +2,20 @@
 #include <gtest/gtest.h>
 
 #include "analyses/ANOVAForm.h"
+#include "analyses/AnalysisFixture.h"
 #include "analyses/NonLin.h"
 #include "core/Language.h"
 #include "data/Statistics.h"
-#include "designs/Builders.h"
-#include "designs/Design.h"
-#include "designs/DesignFixture.h"
 
 namespace kestrow {
 namespace {
 
-class ANOVAFormTest : public test::DesignFixture {
+class ANOVAFormTest : public test::AnalysisFixture {
  protected:
   Study& TwoLevel(int k, int reps, const std::vector<std::vector<float>>& byYates) {
-    Study& s = StudyOf(k, 2);
-    EXPECT_EQ(GetFullyCrossed(s, Design{}), -1);
-    s.iDesFlag = DES_FULLY_CROSSED | DES_TWO_LEVEL_NUMERIC;
-    s.iReps = static_cast<std::int16_t>(reps);
-    s.SetDataArray();
-    for (int run = 1; run <= s.iNumRuns; ++run) {
-      std::size_t at = 0;
-      for (int f = 1; f <= k; ++f) at += static_cast<std::size_t>(s.GetTreatmentLevel(f, run) - 1) << (f - 1);
-      for (std::size_t rep = 0; rep < byYates[at].size(); ++rep)
-        s.SetData(1, run, static_cast<int>(rep + 1), byYates[at][rep]);
-    }
+    Study& s = AnalysisFixture::TwoLevel(k, reps);
+    s.ANOVA_sRVkey.clear();
+    FillYates(s, byYates);
     stats.Compute(s);
     return s;
   }
@@ -126,12 +116,7 @@ class NonLinTest : public ANOVAFormTest {
  protected:
   Study& WithCentre(const std::vector<float>& centre) {
     Study& s = TwoLevel(2, 2, {{10, 12}, {14, 16}, {11, 13}, {17, 19}});
-    Treatment t;
-    t.Centralise(2);
-    s.Treatments.Add(t);
-    s.iNumRuns = 5;
-    s.SetDataArrayPreserve();
-    s.iDesFlag |= DES_CENTRE_POINTS;
+    AddCentreRuns(s, 1);
     for (std::size_t i = 0; i < centre.size(); ++i) s.SetData(1, 5, static_cast<int>(i + 1), centre[i]);
     stats.Compute(s);
     return s;

@@ -8,14 +8,12 @@
 #include <vector>
 
 #include "analyses/ANOVA.h"
+#include "analyses/AnalysisFixture.h"
 #include "analyses/Availability.h"
 #include "analyses/Cstat.h"
 #include "core/Grid.h"
 #include "core/Language.h"
 #include "data/Statistics.h"
-#include "designs/Builders.h"
-#include "designs/Design.h"
-#include "designs/DesignFixture.h"
 #include "stats/FProbability.h"
 #include "stats/FValue.h"
 #include "stats/Formatters.h"
@@ -23,36 +21,8 @@
 namespace kestrow {
 namespace {
 
-class ANOVATest : public test::DesignFixture {
+class ANOVATest : public test::AnalysisFixture {
  protected:
-  // A full two-level factorial of k factors, replicated reps times; data by
-  // run in standard order, one vector of replicates per run.
-  Study& TwoLevel(int k, int reps) {
-    Study& s = StudyOf(k, 2);
-    EXPECT_EQ(GetFullyCrossed(s, Design{}), -1);
-    s.iDesFlag = DES_FULLY_CROSSED | DES_TWO_LEVEL_NUMERIC;
-    s.iReps = static_cast<std::int16_t>(reps);
-    s.SetDataArray();
-    s.ANOVA_sRVkey = "v1";
-    s.ANOVA_fAlpha = 0.1f;
-    return s;
-  }
-  static void Fill(Study& s, const std::vector<std::vector<float>>& byRun) {
-    for (std::size_t run = 0; run < byRun.size(); ++run)
-      for (std::size_t rep = 0; rep < byRun[run].size(); ++rep)
-        s.SetData(1, static_cast<int>(run + 1), static_cast<int>(rep + 1), byRun[run][rep]);
-  }
-  // The same with the runs of a two-level design given in standard (Yates)
-  // order: (1), a, b, ab, c, ...
-  static void FillYates(Study& s, const std::vector<std::vector<float>>& byYates) {
-    for (int run = 1; run <= s.iNumRuns; ++run) {
-      std::size_t at = 0;
-      for (int f = 1; f <= s.Factors.Count(); ++f)
-        at += static_cast<std::size_t>(s.GetTreatmentLevel(f, run) - 1) << (f - 1);
-      for (std::size_t rep = 0; rep < byYates[at].size(); ++rep)
-        s.SetData(1, run, static_cast<int>(rep + 1), byYates[at][rep]);
-    }
-  }
   static void Pool(Study& s, const std::string& name) {
     for (Contrast& c : s.Contrasts)
       if (c.sName == name) c.bPooled = true;
@@ -210,9 +180,7 @@ TEST_F(ANOVATest, TheTableByFactorGathersTheContrastsOfAFactor) {
   Study& s = MakeStudy({a, b});
   ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
   s.iDesFlag = DES_FULLY_CROSSED;
-  s.iReps = 2;
-  s.SetDataArray();
-  s.ANOVA_sRVkey = "v1";
+  Ready(s, 2);
   // Runs: (1,1) (1,2) (2,1) (2,2) (3,1) (3,2).
   Fill(s, {{5, 7}, {8, 6}, {9, 11}, {12, 14}, {4, 6}, {10, 12}});
   ASSERT_TRUE(Draw(s));
@@ -250,10 +218,7 @@ TEST_F(ANOVATest, AnFEqualToTheCriticalValueGetsNoStar) {
     gProblem->Studies.Clear();
     Study& s = StudyOf(1, 2);
     EXPECT_EQ(GetSingleFactorDesign(s, Design{}), -1);
-    s.iReps = 3;
-    s.SetDataArray();
-    s.ANOVA_sRVkey = "v1";
-    s.ANOVA_fAlpha = 0.1f;
+    Ready(s, 3);
     Fill(s, {{0, 1, 2}, {b - 1, b, b + 1}});
     EXPECT_TRUE(Draw(s));
   };
@@ -275,13 +240,7 @@ class BlockedANOVATest : public ANOVATest {
 
 // Three treatments in three blocks: runs (t, b) with t slowest.
 TEST_F(BlockedANOVATest, ARandomisedBlockTestsTreatmentsOnly) {
-  std::string f = AddFactor(3, 0, "Catalyst"), noise = AddFactor(3, FACTOR_NOISE, "Batch");
-  Study& s = MakeStudy({f});
-  ASSERT_EQ(GetBlocked1(s, Design{"", "9", 32, 0, 0, "", "BLOCK1", noise, false}), -1);
-  s.iDesFlag = DES_BLOCKED;
-  s.iReps = 1;
-  s.SetDataArray();
-  s.ANOVA_sRVkey = "v1";
+  Study& s = Blocked(3, 3, "Catalyst", "Batch");
   // Treatment totals 30, 39, 48; block totals 36, 39, 42; grand 117.
   std::vector<std::vector<float>> y(9);
   const float table[3][3] = {{9, 10, 11}, {12, 13, 14}, {15, 16, 17}};
@@ -322,9 +281,7 @@ TEST_F(BlockedANOVATest, ALatinSquareOfSideThreeHasTwoErrorDegrees) {
   Study& s = MakeStudy({f});
   ASSERT_EQ(GetLatinSquare(s, Design{"", "9", 96, 0, 0, "", "BLOCK2", n1 + "|" + n2, false}), -1);
   s.iDesFlag = DES_BLOCKED | DES_SECOND_NOISE;
-  s.iReps = 1;
-  s.SetDataArray();
-  s.ANOVA_sRVkey = "v1";
+  Ready(s, 1);
   Fill(s, {{12}, {15}, {11}, {14}, {18}, {13}, {10}, {16}, {12}});
   ASSERT_TRUE(Draw(s));
   EXPECT_EQ(At(1, GetText("Error"), 3), "2");
@@ -339,13 +296,7 @@ TEST_F(BlockedANOVATest, ALatinSquareOfSideThreeHasTwoErrorDegrees) {
 }
 
 TEST_F(BlockedANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
-  std::string f = AddFactor(9, 0, "Wide"), noise = AddFactor(2, FACTOR_NOISE, "Batch");
-  Study& s = MakeStudy({f});
-  ASSERT_EQ(GetBlocked1(s, Design{"", "18", 32, 0, 0, "", "BLOCK1", noise, false}), -1);
-  s.iDesFlag = DES_BLOCKED;
-  s.iReps = 1;
-  s.SetDataArray();
-  s.ANOVA_sRVkey = "v1";
+  Study& s = Blocked(9, 2, "Wide", "Batch");
   for (int run = 1; run <= 18; ++run) s.SetData(1, run, 1, static_cast<float>(run));
   EXPECT_FALSE(Draw(s));
   ASSERT_EQ(ui->messages.size(), 1u);
@@ -357,15 +308,7 @@ TEST_F(BlockedANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
 TEST_F(ANOVATest, CentrePointsGiveCurvatureAndTheErrorTerm) {
   Study& s = TwoLevel(2, 1);
   FillYates(s, {{10}, {14}, {12}, {18}});
-  // Three centre runs: level 0 of every factor, coefficient 0 in every contrast.
-  for (int i = 0; i < 3; ++i) {
-    Treatment t;
-    t.Centralise(2);
-    s.Treatments.Add(t);
-  }
-  s.iNumRuns = 7;
-  s.SetDataArrayPreserve();
-  s.iDesFlag |= DES_CENTRE_POINTS;
+  AddCentreRuns(s, 3);
   ASSERT_EQ(s.iNumRuns, 7);
   for (int run = 5; run <= 7; ++run) s.SetData(1, run, 1, 15.0f + static_cast<float>(run - 6));  // 14, 15, 16
   ASSERT_TRUE(Draw(s));
