@@ -7,12 +7,9 @@
 #include <QProcess>
 
 #include "core/Sentinels.h"
+#include "shell/QtText.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
-}  // namespace
 
 void QtUi::ErrorBox(const std::string& text) {
   QMessageBox::warning(parent_, PROGRAM_TITLE, Q(text));

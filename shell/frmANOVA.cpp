@@ -18,13 +18,10 @@
 #include "core/Text.h"
 #include "core/Ui.h"
 #include "shell/Buttons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmANOVA::frmANOVA(Study& study, const Statistics& stats, QWidget* parent) : QDialog(parent), form_(study, stats) {
   setObjectName("frmANOVA");

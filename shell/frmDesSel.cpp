@@ -8,13 +8,12 @@
 #include <QVBoxLayout>
 
 #include "core/Language.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
 namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-
 QPushButton* Button(QWidget* parent, const char* name, const char* caption) {
   auto* b = new QPushButton(caption, parent);
   b->setObjectName(name);

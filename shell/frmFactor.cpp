@@ -14,13 +14,10 @@
 #include "core/Ui.h"
 #include "shell/Buttons.h"
 #include "shell/LevelGrid.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmFactor::frmFactor(EditMode mode, const std::string& key, QWidget* parent) : QDialog(parent) {
   setObjectName("frmFactor");

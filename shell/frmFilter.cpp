@@ -10,13 +10,12 @@
 #include "core/Globals.h"
 #include "core/Ui.h"
 #include "shell/Buttons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
 namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-
 QTableWidgetItem* TextItem(const std::string& text) {
   auto* item = new QTableWidgetItem(Q(text));
   item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);

@@ -28,13 +28,13 @@
 #include "shell/DataGridDelegate.h"
 #include "shell/GridModel.h"
 #include "shell/Icons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
 namespace {
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
 QString Html(const std::string& s) { return Q(s).toHtmlEscaped(); }
 
 // The pane names of the right-hand side.

@@ -19,6 +19,7 @@
 #include "core/Ui.h"
 #include "data/GridCommands.h"
 #include "data/Statistics.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmANOVA.h"
 #include "shell/frmCueCard.h"
@@ -38,10 +39,6 @@
 #include "shell/frmXform.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 bool frmMain::OpenKSTFile(const QString& path) {
   UnLoadDataGrid();

@@ -11,13 +11,10 @@
 #include "core/Report.h"
 #include "core/Study.h"
 #include "shell/Buttons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmNonLin::frmNonLin(Study& study, const Statistics& stats, QWidget* parent)
     : QDialog(parent), study_(study), stats_(stats) {

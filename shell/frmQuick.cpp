@@ -13,6 +13,7 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmViewDes.h"
@@ -20,7 +21,6 @@
 namespace kestrow {
 
 namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
 constexpr int FACTOR_ROWS = 12;
 }  // namespace
 

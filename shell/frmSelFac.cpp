@@ -11,12 +11,12 @@
 #include "core/Language.h"
 #include "core/Ui.h"
 #include "shell/Buttons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
 namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
 QListWidgetItem* FactorItem(const Factor& f) {
   auto* item = new QListWidgetItem(Q(f.sName));
   item->setData(Qt::UserRole, Q(f.sKey));

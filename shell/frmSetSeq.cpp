@@ -10,13 +10,10 @@
 #include <QVBoxLayout>
 
 #include "core/Language.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmSetSeq::frmSetSeq(Study& study, QWidget* parent) : QDialog(parent), form_(study) {
   setObjectName("frmSetSeq");

@@ -14,16 +14,13 @@
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmSelFac.h"
 #include "shell/frmViewDes.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmStudy::frmStudy(int mode, const std::string& key, QWidget* parent) : QDialog(parent) {
   setObjectName("frmStudy");

@@ -17,6 +17,7 @@
 #include "core/Text.h"
 #include "core/Ui.h"
 #include "shell/LevelGrid.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmSelFac.h"
@@ -24,8 +25,6 @@
 namespace kestrow {
 
 namespace {
-
-QString Q(const std::string& s) { return QString::fromStdString(s); }
 
 struct PageInfo {
   const char* name;

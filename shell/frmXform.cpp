@@ -12,13 +12,10 @@
 #include "core/Study.h"
 #include "core/Ui.h"
 #include "shell/Buttons.h"
+#include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-}  // namespace
 
 frmXform::frmXform(Study& study, QWidget* parent) : QDialog(parent), form_(study) {
   setObjectName("frmXform");
