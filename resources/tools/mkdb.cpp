@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <string>
@@ -60,26 +61,34 @@ struct Table {
   std::vector<std::vector<std::string>> rows;
 };
 
-bool ReadTable(const std::string& path, const std::vector<std::string>& keys, Table& t) {
+// Reads a tab-separated source file: every line that is neither blank nor a
+// "#" comment goes to `row` with its number and its fields. False when the
+// file cannot be read or `row` refuses a line.
+bool ReadLines(const std::string& path, const std::function<bool(int, std::vector<std::string>&)>& row) {
   std::ifstream in(path, std::ios::binary);
   if (!in) {
     std::cerr << "mkdb: cannot read " << path << "\n";
     return false;
   }
-  t.header = keys;
-  t.header.push_back("English");
   std::string line;
-  int number = 0;
-  bool first = true;
-  while (std::getline(in, line)) {
-    ++number;
+  for (int number = 1; std::getline(in, line); ++number) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.empty() || line[0] == '#') continue;
     std::vector<std::string> f = Split(line);
+    if (!row(number, f)) return false;
+  }
+  return true;
+}
+
+bool ReadTable(const std::string& path, const std::vector<std::string>& keys, Table& t) {
+  t.header = keys;
+  t.header.push_back("English");
+  bool first = true;
+  return ReadLines(path, [&](int number, std::vector<std::string>& f) {
     if (first && f[0] == keys[0]) {
       t.header = f;
       first = false;
-      continue;
+      return true;
     }
     first = false;
     if (f.size() < keys.size() + 1 || f.size() > t.header.size() || f[keys.size()].empty()) {
@@ -88,8 +97,8 @@ bool ReadTable(const std::string& path, const std::vector<std::string>& keys, Ta
       return false;
     }
     t.rows.push_back(f);
-  }
-  return true;
+    return true;
+  });
 }
 
 std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
@@ -209,33 +218,23 @@ bool SourceError(const std::string& path, int line, const std::string& message) 
 // Reads a designs source: rows of tab-separated fields, "#" comment lines and
 // blank lines skipped. The first row must name the columns as `header` does.
 bool ReadSource(const std::string& path, const std::vector<std::string>& header, std::vector<SourceRow>& rows) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    std::cerr << "mkdb: cannot read " << path << "\n";
-    return false;
-  }
-  std::string line;
-  int number = 0;
   bool first = true;
-  while (std::getline(in, line)) {
-    ++number;
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line.empty() || line[0] == '#') continue;
-    std::vector<std::string> f = Split(line);
+  int last = 0;
+  bool ok = ReadLines(path, [&](int number, std::vector<std::string>& f) {
+    last = number;
     while (!f.empty() && f.back().empty()) f.pop_back();
-    if (first) {
-      first = false;
-      if (f != header) {
-        std::string names;
-        for (const auto& h : header) names += (names.empty() ? "" : " ") + h;
-        return SourceError(path, number, "expected the column names " + names);
-      }
-      continue;
+    if (!first) {
+      rows.push_back({number, f});
+      return true;
     }
-    rows.push_back({number, f});
-  }
-  if (first) return SourceError(path, number, "no column names");
-  return true;
+    first = false;
+    if (f == header) return true;
+    std::string names;
+    for (const auto& h : header) names += (names.empty() ? "" : " ") + h;
+    return SourceError(path, number, "expected the column names " + names);
+  });
+  if (ok && first) return SourceError(path, last, "no column names");
+  return ok;
 }
 
 // A whole number in [low, high], digits with an optional leading "-".
