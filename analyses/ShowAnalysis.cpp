@@ -5,8 +5,6 @@
 
 namespace kestrow {
 
-bool IsGridAnalysis(int code) { return code == ANALYSIS_ANOVA; }
-
 bool IsAnalysisBuilt(int code) { return code == ANALYSIS_ANOVA; }
 
 bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid) {

@@ -10,8 +10,6 @@ class Grid;
 class Study;
 class Statistics;
 
-// True for the analyses whose show step fills the main grid.
-bool IsGridAnalysis(int code);
 // True for the analyses that can be drawn so far.
 bool IsAnalysisBuilt(int code);
 

@@ -46,9 +46,9 @@ void frmMain::ShowEditAnalysis(int mode) {
     return;
   }
   if (mode != 1 || !IsAnalysisSetUp(*gStudy, gStats, code)) {
+    // The dialog works on its own copy of the statistics.
     if (!EditAnalysis(code, *gStudy, this)) return;
     gProblem->bChanged = true;
-    gStats.Compute(*gStudy);
   }
   ClearPane();
   DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
