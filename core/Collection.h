@@ -63,8 +63,6 @@ class Collection {
     return it == index_.end() ? 0 : it->second;
   }
 
-  const std::string& KeyAt(int i) const { return keys_.at(static_cast<std::size_t>(i - 1)); }
-
   void Remove(int i) {
     items_.erase(items_.begin() + (i - 1));
     keys_.erase(keys_.begin() + (i - 1));

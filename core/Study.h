@@ -135,10 +135,6 @@ class Study {
   void SetSeq(int run, int rep, std::int16_t seq);
   // The stored value, not hidden by the excluded flag.
   float GetStoredValue(int rv, int run, int rep) const;
-  // Bounds of the array as allocated (response variables, runs, replications).
-  int ArrayRVs() const { return nRV_; }
-  int ArrayRuns() const { return nRuns_; }
-  int ArrayReps() const { return nReps_; }
 
   // ---- run order ----------------------------------------------------------
   // A fresh random permutation of the treatments in every replication.
@@ -163,7 +159,6 @@ class Study {
   std::string GetRVname() const { return confName_; }
   std::string GetRVname2() const { return confAbbr_.empty() ? confName_ : confAbbr_; }
   int ConfiguredRV() const { return iConfRV_; }
-  bool ConfiguredTransformed() const { return confTransformed_; }
 
   // ---- counts and lookups -------------------------------------------------
   int CountDiscrete() const;

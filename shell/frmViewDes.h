@@ -21,7 +21,6 @@ class frmViewDes : public QDialog {
   frmViewDes(const Study& study, QWidget* parent = nullptr);
   QTableView* grdDesign;
   QLabel* lblSource;
-  Grid& ViewGrid() { return grid_; }
 
  private:
   void CellClicked(int row, int col);
