@@ -50,15 +50,17 @@ class AnovaReport {
     return row;
   }
   void Put(int row, Col col, std::string text) { g_.SetText(row, col, std::move(text)); }
-  // F, its star and colour against fCrit, and p; for a table with an error term.
-  void Test(int row, float f, float fCrit, float df) {
+  // F, its star and colour against fCrit, and p on df and the error's
+  // degrees of freedom; p stands in column pCol (the blocked table has no
+  // effect column).
+  void Test(int row, float f, float fCrit, float df, float errorDF, int pCol = P) {
     Put(row, F, FormatNumSF(f));
     if (f > fCrit) {
       Put(row, STAR, "*");
       g_.SetBack(row, F, gSettings.ANOVAHighlights);
       g_.SetBack(row, STAR, gSettings.ANOVAHighlights);
     }
-    Put(row, P, FormatP(3, 1 - FProbability(f, df, errorDF_)));
+    g_.SetText(row, pCol, FormatP(3, 1 - FProbability(f, df, errorDF)));
   }
   bool HasF() const { return errorDF_ > 0 && variable_ == 0; }
 
@@ -201,7 +203,7 @@ void AnovaReport::OneWay() {
   Put(row, SS, FormatSF(4, between * df));
   Put(row, DF, ShortestText(df));
   Put(row, MS, FormatSF(4, between));
-  Test(row, between / errorMS_, fCrit, df);
+  Test(row, between / errorMS_, fCrit, df, errorDF_);
   row = Row(GetText("WithinE"));
   Put(row, SS, FormatSF(4, errorMS_ * errorDF_));
   Put(row, DF, ShortestText(errorDF_));
@@ -247,7 +249,7 @@ bool AnovaReport::SingleDF() {
     Put(row, SS, FormatNumSF(ss));
     Put(row, DF, "1");
     Put(row, MS, FormatNumSF(ss));
-    if (HasF()) Test(row, ss / errorMS_, fCrit_, 1);
+    if (HasF()) Test(row, ss / errorMS_, fCrit_, 1, errorDF_);
     Put(row, EFFECT, FormatNumSF(2 * sumCY / sumAbsC));
   }
   PureQuad();
@@ -277,7 +279,7 @@ void AnovaReport::PureQuad() {
   Put(row, SS, FormatNumSF(ss));
   Put(row, DF, "1");
   Put(row, MS, FormatNumSF(ss));
-  if (errorDF_ > 0) Test(row, ss / errorMS_, fCrit_, 1);
+  if (errorDF_ > 0) Test(row, ss / errorMS_, fCrit_, 1, errorDF_);
 }
 
 void AnovaReport::ErrorRow() {
@@ -333,7 +335,7 @@ void AnovaReport::FactorTable() {
     Put(row, SS, FormatNumSF(r.fSS));
     Put(row, DF, ShortestText(r.fDF));
     Put(row, MS, FormatNumSF(ms));
-    if (HasF()) Test(row, ms / errorMS_, FValue(1 - alpha_, r.fDF, errorDF_), r.fDF);
+    if (HasF()) Test(row, ms / errorMS_, FValue(1 - alpha_, r.fDF, errorDF_), r.fDF, errorDF_);
   }
   if (HasF()) ErrorRow();
   int row = Row(GetText("TOTAL"));
@@ -359,13 +361,7 @@ bool AnovaReport::Blocked() {
   int row = put(s_.GetFactorName(1) + " (" + GetText("Treatments") + ")", b.fTreatSS, b.fTreatDF, true);
   if (b.fErrorSS > 0 && b.fErrorDF > 0) {
     float f = (b.fTreatSS * b.fErrorDF) / (b.fTreatDF * b.fErrorSS);
-    g_.SetText(row, 5, FormatNumSF(f));
-    if (f > FValue(1 - alpha_, b.fTreatDF, b.fErrorDF)) {
-      g_.SetText(row, 6, "*");
-      g_.SetBack(row, 5, gSettings.ANOVAHighlights);
-      g_.SetBack(row, 6, gSettings.ANOVAHighlights);
-    }
-    g_.SetText(row, 7, FormatP(3, 1 - FProbability(f, b.fTreatDF, b.fErrorDF)));
+    Test(row, f, FValue(1 - alpha_, b.fTreatDF, b.fErrorDF), b.fTreatDF, b.fErrorDF, EFFECT);
   }
   put(s_.GetFactorName(2) + " (" + GetText("Blocks") + ")", b.fBlockSS, b.fBlockDF, true);
   if (latin) put(s_.GetFactorName(3), b.fColmnSS, b.fColmnDF, true);
