@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "ShellTestSupport.h"
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Paths.h"
@@ -45,18 +46,11 @@ class tst_frmANOVA : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() {
-    SetProgramFolder(KESTROW_BIN);
-    QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
-  }
+  void initTestCase() { QVERIFY(test::OpenEnglish()); }
 
   void init() {
-    ui_ = new ScriptedUi();
-    InstallUi(std::unique_ptr<Ui>(ui_));
-    gSettings = Settings();
-    auto p = std::make_unique<Problem>();
-    QVERIFY(p->Load(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
-    ReplaceProblem(std::move(p));
+    ui_ = test::FreshUi();
+    QVERIFY(test::OpenSample("PlasmaEtch"));
     study_ = &gProblem->Studies(1);
   }
 
