@@ -2,7 +2,6 @@
 // order), the quick study, and the setup wizard. Each ends in a study with a
 // design, a randomised run order and an empty data array.
 #include <QApplication>
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -12,17 +11,15 @@
 #include <QtTest>
 #include <set>
 
-#include "core/Globals.h"
-#include "core/Language.h"
-#include "core/Paths.h"
-#include "core/ScriptedUi.h"
-#include "core/Settings.h"
+#include "ShellTestSupport.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmQuick.h"
 #include "shell/frmStudy.h"
 #include "shell/frmWizard.h"
 
 using namespace kestrow;
+using test::ErrorAfter;
+using test::T;
 
 namespace {
 
@@ -47,7 +44,10 @@ void CheckRunOrder(const Study& s) {
   }
 }
 
-QString T(const char* tag) { return QString::fromStdString(GetText(tag)); }
+// Fills cells of a table's row, from the column given on.
+void SetCells(QTableWidget* table, int row, int column, const QStringList& texts) {
+  for (const QString& text : texts) table->setItem(row, column++, new QTableWidgetItem(text));
+}
 
 }  // namespace
 
@@ -55,46 +55,31 @@ class tst_frmStudy : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() {
-    SetProgramFolder(KESTROW_BIN);
-    QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
-  }
+  void initTestCase() { QVERIFY(test::OpenEnglish()); }
 
   void init() {
-    ui_ = new ScriptedUi();
-    InstallUi(std::unique_ptr<Ui>(ui_));
-    gSettings = Settings();
-    auto p = std::make_unique<Problem>();
-    QVERIFY(p->Load(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
-    ReplaceProblem(std::move(p));
+    ui_ = test::FreshUi();
+    QVERIFY(test::OpenSample("PlasmaEtch"));
   }
-
-  QString LastMessage() { return QString::fromStdString(ui_->messages.back().text); }
 
   void theStudyDialogChecksInOrderAndMakesARandomisedStudy() {
     frmStudy d(1, "");
     QVERIFY(d.Refusal().empty());
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr1"));
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr1"));
     d.txtName->setText("Screening");  // the name of the study already there
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("STUerr1"));
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("STUerr1"));
     d.txtName->setText("Confirmation");
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("SFerr1"));
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("SFerr1"));
     d.Form().FactorsChosen({"f1", "f2", "f3"});
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("STUerr3"));
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("STUerr3"));
     d.cmdRespVars_Click();  // the problem's only response is taken at once
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr4"));
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr4"));
     AcceptFullFactorialWhenTheTableOpens();
     d.cmdDesign_Click();
     QVERIFY(d.lblDesign->text().startsWith("8-"));
     QVERIFY(d.cmdViewDes->isEnabled());
     d.txtReps->setText("31");
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr3") + " 30");
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr3") + " 30");
     QCOMPARE(gProblem->Studies.Count(), 1);  // nothing stored yet
     d.txtReps->setText("30");
     d.cmdOK->click();
@@ -131,20 +116,19 @@ class tst_frmStudy : public QObject {
     QCOMPARE(s.GetData(1, 1, 3), MISSING_VALUE);
   }
 
-  void theQuickStudyBuildsAWholeProblem() {
+  // The factor rows are checked before the response's name.
+  void theQuickStudyRefusesBadFactorRowsAndOtherwiseBuildsAWholeProblem() {
     frmQuick d;
     d.txtName->setText("Bread");
+    SetCells(d.grdFactors, 0, 0, {"Flour", "Strong"});
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr8"));  // one level only
+    SetCells(d.grdFactors, 0, 2, {"Wholemeal"});
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr6"));  // a level name too long
+    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Plasma etch"));  // still the open problem
     d.txtRV->setText("Volume");
-    auto set = [&](int r, int c, const char* text) { d.grdFactors->setItem(r, c, new QTableWidgetItem(text)); };
-    set(0, 0, "Flour");
-    set(0, 1, "Strong");
-    set(0, 2, "Plain");
-    set(1, 0, "Proof");
-    set(1, 1, "30");
-    set(1, 2, "45");
-    set(1, 3, "60");
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr4"));  // no design yet
+    SetCells(d.grdFactors, 0, 2, {"Plain"});
+    SetCells(d.grdFactors, 1, 0, {"Proof", "30", "45", "60"});
+    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr4"));  // no design yet
     AcceptFullFactorialWhenTheTableOpens();
     d.cmdDesign_Click();
     QVERIFY(!d.lblDesign->text().isEmpty());
@@ -155,60 +139,43 @@ class tst_frmStudy : public QObject {
     QCOMPARE(gProblem->Factors.Count(), 2);
     QVERIFY(gProblem->Factors.Find("f1")->iFlag & FACTOR_DISCRETE);  // a level that is no number
     const Study& s = gProblem->Studies(1);
-    QCOMPARE(s.sKey, std::string("s1"));
     QCOMPARE(s.iNumRuns, std::int16_t(6));
     QCOMPARE(s.StudyRespVars(1).sKey, std::string("v1"));
     QVERIFY(s.IsArrayEmpty());
     CheckRunOrder(s);
   }
 
-  void theQuickStudyRefusesBadFactorRows() {
-    frmQuick d;
-    d.txtName->setText("Bread");
-    d.grdFactors->setItem(0, 0, new QTableWidgetItem("Flour"));
-    d.grdFactors->setItem(0, 1, new QTableWidgetItem("Strong"));
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr8"));
-    d.grdFactors->setItem(0, 2, new QTableWidgetItem("Wholemeal"));
-    d.cmdOK->click();
-    QCOMPARE(LastMessage(), T("QCKerr6"));
-    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Plasma etch"));  // still the open problem
-  }
-
   void theWizardLeadsFromNothingToADesignedStudy() {
     frmWizard w;
+    auto next = [&w] {
+      w.cmdNext->click();
+      return w.Step();
+    };
     w.txtProblem->setText("Coating");
-    w.cmdNext->click();
-    QCOMPARE(w.Step(), 2);
-    w.cmdNext->click();
-    QCOMPARE(LastMessage(), T("WIZerr2"));  // no factor yet
+    QCOMPARE(next(), 2);
+    QCOMPARE(ErrorAfter(*ui_, w.cmdNext), T("WIZerr2"));  // no factor yet
     w.txtFactor->setText("Temperature");
-    w.grdLevels->setItem(0, 1, new QTableWidgetItem("150"));
-    w.grdLevels->setItem(1, 1, new QTableWidgetItem("180"));
+    SetCells(w.grdLevels, 0, 1, {"150"});
+    SetCells(w.grdLevels, 1, 1, {"180"});
     w.cmdAddFactor->click();
     w.txtFactor->setText("Speed");
-    w.grdLevels->setItem(0, 1, new QTableWidgetItem("1"));
-    w.grdLevels->setItem(1, 1, new QTableWidgetItem("2"));
-    w.cmdNext->click();
-    QCOMPARE(w.Step(), 3);
+    SetCells(w.grdLevels, 0, 1, {"1"});
+    SetCells(w.grdLevels, 1, 1, {"2"});
+    QCOMPARE(next(), 3);
     QCOMPARE(w.lstFactors->count(), 2);
-    w.cmdNext->click();
+    next();
     w.txtRV->setText("Thickness");
     w.txtTarget->setText("MAX");
-    w.cmdNext->click();
-    QCOMPARE(w.Step(), 5);
-    w.cmdNext->click();
+    QCOMPARE(next(), 5);
+    next();
     w.txtStudy->setText("First run");
-    w.cmdNext->click();
-    QCOMPARE(w.Step(), 7);
-    w.cmdNext->click();
-    QCOMPARE(LastMessage(), T("WIZerre"));
+    QCOMPARE(next(), 7);
+    QCOMPARE(ErrorAfter(*ui_, w.cmdNext), T("WIZerre"));
     gStudyEdit.Factors.Add(Item{"f1"});
     gStudyEdit.Factors.Add(Item{"f2"});
     AcceptFullFactorialWhenTheTableOpens();
     w.cmdStudyDesign->click();
-    w.cmdNext->click();
-    QCOMPARE(w.Step(), 8);
+    QCOMPARE(next(), 8);
     w.txtReps->setText("3");
     w.cmdNext->click();  // Finish; the one response is ticked
     QCOMPARE(w.result(), int(QDialog::Accepted));
