@@ -14,29 +14,36 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
-#include <QFile>
 #include <QtTest>
+#include <tuple>
 
-#include "core/Globals.h"
-#include "core/Language.h"
-#include "core/Paths.h"
-#include "core/ScriptedUi.h"
+#include "ShellTestSupport.h"
 #include "core/Sentinels.h"
-#include "core/Settings.h"
 #include "shell/frmFactor.h"
 #include "shell/frmMain.h"
 
 using namespace kestrow;
+using test::T;
 
 namespace {
+// Loads the window and opens a sample in it.
+bool Open(frmMain& w, const char* sample) {
+  w.Load();
+  return w.OpenKSTFile(QString(KESTROW_SAMPDATA "/%1.KSW").arg(sample));
+}
+
 QWidget* Editor(frmMain& w) {
   // A closed editor lingers until it is deleted: take the one on show.
   for (QLineEdit* e : w.grdMain->viewport()->findChildren<QLineEdit*>())
     if (e->isVisible()) return e;
   return w.grdMain;
 }
-// Types into the current cell, whose edit began when it became current.
-void TypeInto(frmMain& w, const QString& text) { QTest::keyClicks(Editor(w), text); }
+// Types into the current cell, whose edit began when it became current, and
+// presses Return.
+void Enter(frmMain& w, const QString& text) {
+  QTest::keyClicks(Editor(w), text);
+  QTest::keyClick(Editor(w), Qt::Key_Return);
+}
 }  // namespace
 
 class tst_frmMain : public QObject {
@@ -49,46 +56,45 @@ class tst_frmMain : public QObject {
   }
 
   void init() {
-    ui_ = new ScriptedUi();
-    InstallUi(std::unique_ptr<Ui>(ui_));
-    gSettings = Settings();
+    ui_ = test::FreshUi();
     gsCommandFile.clear();
     gbAdmin = false;
     ReplaceProblem(std::make_unique<Problem>());
   }
 
-  void aNewWindowIsTitledUntitled() {
+  void aNewWindowIsUntitledAndAsksBeforeClosingAChangedProblem() {
     frmMain w;
     w.Load();
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - untitled.KSW"));
     QVERIFY(!w.Menu("mnuAdmin")->menuAction()->isVisible());
-    QVERIFY(!w.Action("mnuEditPaste")->isEnabled());  // comes with a later part of the program
+    QVERIFY(!w.Action("mnuEditPaste")->isEnabled());  // the Edit menu acts on the data grid only
+    w.show();
+    gProblem->bChanged = true;
+    ui_->answers.push_back(Answer::Cancel);
+    QVERIFY(!w.close());
+    QVERIFY(w.isVisible());
+    ui_->answers.push_back(Answer::No);
+    QVERIFY(w.close());
+    // The settings were written at the close.
+    QVERIFY(FileExists(SettingsFile()));
   }
 
-  void openingASampleShowsItsTreeAndTitle() {
+  void anOpenedSampleShowsItsTitleAndTreeAndEachKindOfNode() {
     frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    QVERIFY(Open(w, "CatalystTrial"));
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - CatalystTrial.KSW"));
     QVERIFY(w.Node("P") && w.Node("f1") && w.Node("v2") && w.Node("s1") && w.Node("d1") && w.Node("z1+2"));
     QCOMPARE(w.Node("P")->text(0), QString("Catalyst trial"));
-    QCOMPARE(gSettings.RecentFile[1], std::string(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
-  }
-
-  void walkingTheTreeShowsEachKindOfNode() {
-    frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
-    w.NodeClick("f1");
-    QVERIFY(w.txtView->toPlainText().contains("Temperature"));
+    auto view = [&w](const char* node) {
+      w.NodeClick(node);
+      return w.txtView->toPlainText();
+    };
+    QVERIFY(view("f1").contains("Temperature"));
     QVERIFY(w.txtView->toPlainText().contains("150, 175, 200"));
-    w.NodeClick("v2");
-    QVERIFY(w.txtView->toPlainText().contains("MINimize"));
-    w.NodeClick("s1");
-    QVERIFY(w.txtView->toPlainText().contains("log10(Impurity + 1)"));
+    QVERIFY(view("v2").contains("MINimize"));
+    QVERIFY(view("s1").contains("log10(Impurity + 1)"));
     QCOMPARE(gStudy, gProblem->Studies.Find("s1"));
-    w.NodeClick("w1+f2");
-    QVERIFY(w.txtView->toPlainText().contains("Borealis"));
+    QVERIFY(view("w1+f2").contains("Borealis"));
     w.NodeClick("d1");
     QCOMPARE(w.PaneName(), std::string("Data"));
     QCOMPARE(w.grdMain->model()->data(w.grdMain->model()->index(2, 1)).toString(), QString("150"));
@@ -96,8 +102,7 @@ class tst_frmMain : public QObject {
 
   void theReportNodesShowTheirReportsInTheEditor() {
     frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    QVERIFY(Open(w, "CatalystTrial"));
     QVERIFY(!w.Node("e1+2")->isDisabled() && !w.Node("e1+4")->isDisabled() && w.Node("e1+1")->isDisabled());
     gSettings.TextEd = "/usr/bin/editor";
     gSettings.ReportFile = config_.filePath("KSTREP.TXT").toStdString();
@@ -120,8 +125,7 @@ class tst_frmMain : public QObject {
     QCOMPARE(m->data(m->index(row, col)).toString(), QString("80.8"));
 
     w.grdMain->setCurrentIndex(m->index(row, col));
-    TypeInto(w, "81.250");
-    QTest::keyClick(Editor(w), Qt::Key_Return);
+    Enter(w, "81.250");
     QCOMPARE(m->data(m->index(row, col)).toString(), QString("81.25"));  // the float's text, not what was typed
     QVERIFY(gProblem->bChanged);
     QCOMPARE(w.grdMain->currentIndex().row(), row + 1);  // Enter moves down
@@ -129,8 +133,7 @@ class tst_frmMain : public QObject {
     // Run 4, replication 2 is excluded: it shows empty and refuses nonsense.
     int r2 = row + 1;
     QCOMPARE(m->data(m->index(r2, col)).toString(), QString(""));
-    TypeInto(w, "abc");
-    QTest::keyClick(Editor(w), Qt::Key_Return);
+    Enter(w, "abc");
     QCOMPARE(m->data(m->index(r2, col)).toString(), QString(""));
     QCOMPARE(ui_->beeps, 1);
 
@@ -152,8 +155,7 @@ class tst_frmMain : public QObject {
     int row, col;
     w.Data().CellOf(1, 1, 1, row, col);
     w.grdMain->setCurrentIndex(w.grdMain->model()->index(row, col));
-    TypeInto(w, "70");
-    QTest::keyClick(Editor(w), Qt::Key_Return);
+    Enter(w, "70");
     QVERIFY(w.windowTitle().endsWith("*"));
     w.mnuFileSave_Click();
     QVERIFY(!gProblem->bChanged);
@@ -165,8 +167,7 @@ class tst_frmMain : public QObject {
 
   void addingAFactorThroughTheDialog() {
     frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
+    QVERIFY(Open(w, "PlasmaEtch"));
     QTimer::singleShot(0, [&] {
       auto* d = qobject_cast<frmFactor*>(QApplication::activeModalWidget());
       QVERIFY(d);
@@ -186,72 +187,45 @@ class tst_frmMain : public QObject {
   }
 
   void theFactorDialogRefusesInTheOrderOfItsChecks() {
-    gProblem->Clear();
-    Factor a;
-    a.sKey = "f1";
-    a.sName = "Power";
-    gProblem->Factors.Add(a, "f1");
+    QVERIFY(test::OpenSample("PlasmaEtch"));  // Power, Gap and Gas flow
     frmFactor d(EditMode::New, "");
-    d.cmdOK->click();
-    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("Ferr1")));
+    QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("Ferr1"));
     d.txtName->setText("Power");
-    d.cmdOK->click();
-    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr3")));
-    d.txtName->setText("Gap");
+    QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("WIZerr3"));
+    d.txtName->setText("Pressure");
     d.grdLevels->item(0, 1)->setText("1");
-    d.cmdOK->click();
-    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr4")));
+    QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("WIZerr4"));
     d.grdLevels->item(1, 1)->setText("wide");
-    d.cmdOK->click();
-    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("Ferr5")));
+    QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("Ferr5"));
+    QCOMPARE(gProblem->Factors.Count(), 3);  // nothing stored yet
     d.chkNumeric->setChecked(true);  // discrete: any text is a level
-    d.grdLevels->item(1, 1)->setText("1");
-    d.cmdOK->click();
-    QCOMPARE(QString::fromStdString(ui_->messages.back().text), QString::fromStdString(GetText("WIZerr5")));
-    QCOMPARE(gProblem->Factors.Count(), 1);  // nothing stored yet
+    QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), QString());
+    const Factor* f = gProblem->Factors.Find("f4");
+    QVERIFY(f && (f->iFlag & FACTOR_DISCRETE));
   }
 
   void deletingAFactorTakesItsUnlockedStudiesWithIt() {
     frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/PlasmaEtch.KSW"));
+    QVERIFY(Open(w, "PlasmaEtch"));
     ui_->answers.push_back(Answer::Yes);
     gsNode = "f2";
     w.mnuPopDelete_Click();
     QVERIFY(!gProblem->Factors.Find("f2"));
     QCOMPARE(gProblem->Studies.Count(), 0);
     QVERIFY(!w.Node("f2"));
-    QCOMPARE(ui_->messages.back().kind, std::string("warn"));  // used by a study: the warning
   }
 
   void aFailedOpenKeepsTheOpenProblemAndTree() {
     frmMain w;
-    w.Load();
-    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    QVERIFY(Open(w, "CatalystTrial"));
     QTemporaryDir dir;
     QFile bad(dir.filePath("bad.KSW"));
     QVERIFY(bad.open(QIODevice::WriteOnly));
     bad.write("this is no problem file");
     bad.close();
     QVERIFY(!w.OpenKSTFile(bad.fileName()));
-    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Catalyst trial"));
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - CatalystTrial.KSW"));
     QVERIFY(w.Node("f1"));
-    QCOMPARE(QString::fromStdString(ui_->messages[0].text), QString("This is not a valid .KSW file!"));
-  }
-
-  void closingAChangedProblemAsksAndCancelKeepsTheWindow() {
-    frmMain w;
-    w.Load();
-    w.show();
-    gProblem->bChanged = true;
-    ui_->answers.push_back(Answer::Cancel);
-    QVERIFY(!w.close());
-    QVERIFY(w.isVisible());
-    ui_->answers.push_back(Answer::No);
-    QVERIFY(w.close());
-    // The settings were written at the close.
-    QVERIFY(FileExists(SettingsFile()));
   }
 
   // The administrator's new dictionary holds the captions of every form,
@@ -267,10 +241,9 @@ class tst_frmMain : public QObject {
     std::string caption;
     QVERIFY(FormCaption("frmANOVA", "optVar", 2, caption));
     QCOMPARE(QString::fromStdString(caption), QString(" Mean-square deviation (MSD)"));
-    QVERIFY(FormCaption("frmNonLin", "lblDL", 0, caption));
-    QVERIFY(FormCaption("frmTest", "cmdDoIt", 10, caption));
-    QVERIFY(FormCaption("frmFilter", "lblHead", 0, caption));
-    QVERIFY(FormCaption("frmXform", "cmdCompute", 0, caption));
+    for (auto [form, control, index] : {std::tuple{"frmNonLin", "lblDL", 0}, {"frmTest", "cmdDoIt", 10},
+                                        {"frmFilter", "lblHead", 0}, {"frmXform", "cmdCompute", 0}})
+      QVERIFY2(FormCaption(form, control, index, caption), form);
     CloseLanguage();
     SetProgramFolder("");
     QVERIFY(OpenLanguage(KESTROW_BIN "/KSTlang.MDB", "English"));
