@@ -10,19 +10,14 @@
 namespace kestrow {
 namespace {
 
-using test::ReadFile;
-using test::Sample;
-using test::SavedBytes;
-using test::ScopedUi;
-using test::TempDir;
-using test::WriteFile;
+using namespace test;
 
-std::string Int16Bytes(int v) { return std::string{static_cast<char>(v & 0xFF), static_cast<char>((v >> 8) & 0xFF)}; }
-std::string Str(const std::string& s) { return Int16Bytes(static_cast<int>(s.size())) + s; }
+struct FileLayout : ScratchTest {};
+struct RoundTrip : ScratchTest {};
+struct Load : ScratchTest {};
+struct Save : ScratchTest {};
 
-TEST(FileLayout, AnEmptyProblemIsSixteenBytesAndItsTwoNames) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(FileLayout, AnEmptyProblemIsSixteenBytesAndItsTwoNames) {
   Problem p;
   p.sName = "Empty";
   p.sDesc = "";
@@ -31,9 +26,7 @@ TEST(FileLayout, AnEmptyProblemIsSixteenBytesAndItsTwoNames) {
   EXPECT_EQ(expected.size(), 14u + (2 + 5) + (2 + 0));  // fixed fields, then two counted strings
 }
 
-TEST(FileLayout, AResponseVariableIsFiveStringsAndItsTarget) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(FileLayout, AResponseVariableIsFiveStringsAndItsTarget) {
   Problem p;
   p.sName = "";
   RespVar rv;
@@ -46,9 +39,7 @@ TEST(FileLayout, AResponseVariableIsFiveStringsAndItsTarget) {
   EXPECT_EQ(bytes.substr(14 + 2 + 2), block);  // behind the fixed fields and two empty names
 }
 
-TEST(FileLayout, AStudyWithoutADesignGoesStraightToItsNotes) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(FileLayout, AStudyWithoutADesignGoesStraightToItsNotes) {
   Problem p;
   Study s;
   s.sKey = "s1";
@@ -67,10 +58,8 @@ TEST(FileLayout, AStudyWithoutADesignGoesStraightToItsNotes) {
   EXPECT_EQ(bytes.size(), 14u + 13 + 2 + Study::MIN_FILE_BYTES + 2 + 14 + 7 + 6);
 }
 
-TEST(RoundTrip, EverySampleSavesLoadsAndSavesToTheSameBytes) {
+TEST_F(RoundTrip, EverySampleSavesLoadsAndSavesToTheSameBytes) {
   for (const char* name : {"PlasmaEtch", "CatalystTrial", "SupplierQualification"}) {
-    ScopedUi ui;
-    TempDir dir;
     auto p = Sample(name);
     std::string first = SavedBytes(*p, dir, "a.KSW");
     Problem q;
@@ -83,39 +72,28 @@ TEST(RoundTrip, EverySampleSavesLoadsAndSavesToTheSameBytes) {
   }
 }
 
-TEST(RoundTrip, AnExcludedObservationComesBackMissingWithItsFlag) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(RoundTrip, AnExcludedObservationComesBackMissingWithItsFlag) {
   auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
-  s.SetData(1, 3, 2, 7.0f);
-  s.SetFlag(1, 3, 2, CELL_EXCLUDED | CELL_EXTRAPOLATED);
-  ASSERT_TRUE(p->Save(dir / "x.KSW"));
-  Problem q;
-  ASSERT_TRUE(q.Load(dir / "x.KSW"));
-  const Study& t = q.Studies(1);
+  p->Studies(1).SetData(1, 3, 2, 7.0f);
+  p->Studies(1).SetFlag(1, 3, 2, CELL_EXCLUDED | CELL_EXTRAPOLATED);
+  auto q = Reloaded(*p);
+  const Study& t = q->Studies(1);
   EXPECT_EQ(t.GetFlag(1, 3, 2), CELL_EXCLUDED | CELL_EXTRAPOLATED);
   EXPECT_EQ(t.GetStoredValue(1, 3, 2), MISSING_VALUE);  // the number is lost at save
   EXPECT_FALSE(t.bDataFull);
 }
 
-TEST(RoundTrip, DataFullIsSetByAFullFileAndRunOrderSurvives) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(RoundTrip, DataFullIsSetByAFullFileAndRunOrderSurvives) {
   auto p = Sample("PlasmaEtch");
-  ASSERT_TRUE(p->Save(dir / "x.KSW"));
-  Problem q;
-  ASSERT_TRUE(q.Load(dir / "x.KSW"));
-  const Study& s = q.Studies(1);
+  auto q = Reloaded(*p);
+  const Study& s = q->Studies(1);
   EXPECT_TRUE(s.bDataFull);
   for (int rep = 1; rep <= s.iReps; ++rep)
     for (int run = 1; run <= s.iNumRuns; ++run) EXPECT_EQ(s.GetSeq(run, rep), p->Studies(1).GetSeq(run, rep));
-  EXPECT_EQ(s.lDesnPtr < s.lDataPtr, true);
+  EXPECT_LT(s.lDesnPtr, s.lDataPtr);
 }
 
-TEST(RoundTrip, CentrePointsAndControlCharactersSurvive) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(RoundTrip, CentrePointsAndControlCharactersSurvive) {
   auto p = Sample("PlasmaEtch");
   Treatment centre;
   centre.Centralise(3);
@@ -124,65 +102,42 @@ TEST(RoundTrip, CentrePointsAndControlCharactersSurvive) {
   c.sName = "D";
   for (int r = 1; r <= 9; ++r) c.fSetLevel(r, r % 2 ? -2.828f : 20.5f);  // codes above 127
   p->Studies(1).Contrasts.Add(c);
-  ASSERT_TRUE(p->Save(dir / "x.KSW"));
-  Problem q;
-  ASSERT_TRUE(q.Load(dir / "x.KSW"));
-  EXPECT_EQ(q.Studies(1).Treatments(9).sTlist, std::string(3, '\0'));
-  EXPECT_EQ(q.Studies(1).Contrasts(8).sLevels, c.sLevels);
-  EXPECT_EQ(q.Studies(1).Contrasts(8).fGetLevel(2), 20.5f);
+  auto q = Reloaded(*p);
+  EXPECT_EQ(q->Studies(1).Treatments(9).sTlist, std::string(3, '\0'));
+  EXPECT_EQ(q->Studies(1).Contrasts(8).sLevels, c.sLevels);
+  EXPECT_EQ(q->Studies(1).Contrasts(8).fGetLevel(2), 20.5f);
 }
 
-TEST(RoundTrip, TextOutsideAsciiGoesThroughTheCodePage) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(RoundTrip, TextOutsideAsciiGoesThroughTheCodePage) {
   Problem p;
   p.sName = "Dur\xC3\xA9" "e \xE2\x82\xAC \xCE\xA9";  // "Durée € Ω"
-  std::string bytes = SavedBytes(p, dir);
-  EXPECT_NE(bytes.find("Dur\xE9" "e \x80 ?"), std::string::npos);
-  Problem q;
-  ASSERT_TRUE(q.Load(dir / "saved.KSW"));
-  EXPECT_EQ(q.sName, "Dur\xC3\xA9" "e \xE2\x82\xAC ?");  // Omega has no code
+  EXPECT_NE(SavedBytes(p, dir).find("Dur\xE9" "e \x80 ?"), std::string::npos);
+  EXPECT_EQ(Reloaded(p)->sName, "Dur\xC3\xA9" "e \xE2\x82\xAC ?");  // Omega has no code
 }
 
-TEST(Version, NinetyNineShowsTheNoticeOneHundredIsSilentOneHundredOneIsRefused) {
-  TempDir dir;
+TEST_F(Load, NinetyNineShowsTheNoticeOneHundredIsSilentOneHundredOneIsRefused) {
   std::string body = Int16Bytes(0) + Int16Bytes(0) + Int16Bytes(0) + Str("P") + Str("");
-  for (int version : {99, 100, 101}) {
-    ScopedUi ui;
-    WriteFile(dir / "v.KSW", Str("KSTW") + Int16Bytes(version) + body);
-    Problem p;
-    bool ok = p.Load(dir / "v.KSW");
-    EXPECT_EQ(ok, version <= 100) << version;
-    if (version == 99) {
-      ASSERT_EQ(ui->messages.size(), 1u);
-      EXPECT_EQ(ui->messages[0].kind, "info");
-      EXPECT_EQ(ui->messages[0].text,
-                "This file was written by an earlier version of Kestrow for Windows\n"
-                "When you save it, it will be converted to the current version");
-    } else if (version == 100) {
-      EXPECT_TRUE(ui->messages.empty());
-    } else {
-      ASSERT_EQ(ui->messages.size(), 1u);
-      EXPECT_EQ(ui->messages[0].text, "File version is not recognised by this program");
-      EXPECT_EQ(p.LoadFailure(), "File version is not recognised by this program");
-    }
-  }
+  EXPECT_EQ(LoadFailureOf(Str("KSTW") + Int16Bytes(99) + body), "");
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].kind, "info");
+  EXPECT_EQ(ui->messages[0].text,
+            "This file was written by an earlier version of Kestrow for Windows\n"
+            "When you save it, it will be converted to the current version");
+  ui->messages.clear();
+  EXPECT_EQ(LoadFailureOf(Str("KSTW") + Int16Bytes(100) + body), "");
+  EXPECT_TRUE(ui->messages.empty());
+  EXPECT_EQ(LoadFailureOf(Str("KSTW") + Int16Bytes(101) + body), "File version is not recognised by this program");
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].text, "File version is not recognised by this program");
 }
 
-TEST(Load, AFileWithoutTheMagicIsNotAProblemFile) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(Load, AFileWithoutTheMagicIsNotAProblemFile) {
   for (const std::string& bytes : {std::string(), std::string("KSTW"), Str("KSTX") + Int16Bytes(100),
-                                   std::string("\xFF\x7F garbage", 10)}) {
-    WriteFile(dir / "m.KSW", bytes);
-    Problem p;
-    EXPECT_FALSE(p.Load(dir / "m.KSW"));
-    EXPECT_EQ(p.LoadFailure(), "This is not a valid .KSW file!");
-  }
+                                   std::string("\xFF\x7F garbage", 10)})
+    EXPECT_EQ(LoadFailureOf(bytes), "This is not a valid .KSW file!");
 }
 
-TEST(Load, AMissingFileSaysSoAndNamesIt) {
-  ScopedUi ui;
+TEST_F(Load, AMissingFileSaysSoAndNamesIt) {
   Problem p;
   EXPECT_FALSE(p.Load("/nonexistent/folder/x.KSW"));
   EXPECT_NE(p.LoadFailure().find("/nonexistent/folder/x.KSW"), std::string::npos);
@@ -190,9 +145,7 @@ TEST(Load, AMissingFileSaysSoAndNamesIt) {
   EXPECT_EQ(ui->messages[0].kind, "error");
 }
 
-TEST(Load, AStaleTailBehindTheLastStudyIsNeverRead) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(Load, AStaleTailBehindTheLastStudyIsNeverRead) {
   auto p = Sample("SupplierQualification");
   std::string bytes = SavedBytes(*p, dir);
   WriteFile(dir / "tail.KSW", bytes + std::string(5000, '\x5A'));
@@ -201,20 +154,14 @@ TEST(Load, AStaleTailBehindTheLastStudyIsNeverRead) {
   EXPECT_EQ(SavedBytes(q, dir, "again.KSW"), bytes);
 }
 
-TEST(Load, DuplicateKeysAreRefusedAtTheirStage) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(Load, DuplicateKeysAreRefusedAtTheirStage) {
   std::string rv = Str("v1") + Str("A") + Str("") + Str("") + Str("") + std::string(4, '\0');
-  WriteFile(dir / "d.KSW", Str("KSTW") + Int16Bytes(100) + Int16Bytes(2) + Int16Bytes(0) + Int16Bytes(0) +
-                               Str("P") + Str("") + rv + rv);
-  Problem p;
-  EXPECT_FALSE(p.Load(dir / "d.KSW"));
-  EXPECT_EQ(p.LoadFailure(), "Error reading Response Variables");
+  EXPECT_EQ(LoadFailureOf(Str("KSTW") + Int16Bytes(100) + Int16Bytes(2) + Int16Bytes(0) + Int16Bytes(0) + Str("P") +
+                          Str("") + rv + rv),
+            "Error reading Response Variables");
 }
 
-TEST(Save, ATextTooLongForItsLengthIsRefusedAndTheOldFileStays) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(Save, ATextTooLongForItsLengthIsRefusedAndTheOldFileStays) {
   auto p = Sample("PlasmaEtch");
   std::string before = SavedBytes(*p, dir);
   p->sDesc = std::string(32768, 'x');
@@ -227,9 +174,7 @@ TEST(Save, ATextTooLongForItsLengthIsRefusedAndTheOldFileStays) {
   EXPECT_TRUE(p->Save(dir / "saved.KSW"));
 }
 
-TEST(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
-  ScopedUi ui;
-  TempDir dir;
+TEST_F(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
   WriteFile(dir / "p.KSW", std::string(100000, 'z'));
   ::chmod((dir / "p.KSW").c_str(), 0640);
   Problem p;
@@ -240,30 +185,21 @@ TEST(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
   EXPECT_EQ(st.st_mode & 0777, 0640u);
 }
 
-TEST(Save, AFolderThatCannotBeWrittenFailsCleanly) {
-  ScopedUi ui;
+TEST_F(Save, AFileThatCannotBeWrittenIsReportedWithTheTagOfSaveOrExport) {
   Problem p;
   EXPECT_FALSE(p.Save("/nonexistent/folder/p.KSW"));
-  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_FALSE(p.Export("/nonexistent/folder/e.txt"));
+  ASSERT_EQ(ui->messages.size(), 2u);
   EXPECT_NE(ui->messages[0].text.find("[Save]"), std::string::npos);
+  EXPECT_NE(ui->messages[1].text.find("[Export]"), std::string::npos);
 }
 
-TEST(Export, WritesTheGoldenTextOfEachSample) {
+TEST_F(Save, ExportWritesTheGoldenTextOfEachSample) {
   for (const char* name : {"PlasmaEtch", "CatalystTrial", "SupplierQualification"}) {
-    ScopedUi ui;
-    TempDir dir;
     auto p = Sample(name);
     ASSERT_TRUE(p->Export(dir / "e.txt"));
     EXPECT_EQ(ReadFile(dir / "e.txt"), ReadFile(std::string(KESTROW_TESTDATA_DIR) + "/" + name + ".txt")) << name;
   }
-}
-
-TEST(Export, AFileThatCannotBeWrittenIsReportedWithItsTag) {
-  ScopedUi ui;
-  Problem p;
-  EXPECT_FALSE(p.Export("/nonexistent/folder/e.txt"));
-  ASSERT_EQ(ui->messages.size(), 1u);
-  EXPECT_NE(ui->messages[0].text.find("[Export]"), std::string::npos);
 }
 
 }  // namespace

@@ -85,3 +85,69 @@ inline std::string SavedBytes(Problem& p, const TempDir& dir, const std::string&
 }
 
 }  // namespace kestrow::test
+
+// ---- Problem files byte by byte ----------------------------------------------
+
+namespace kestrow::test {
+
+// A 16-bit integer as the problem file stores it, low byte first.
+inline std::string Int16Bytes(int v) { return std::string{static_cast<char>(v & 0xFF), static_cast<char>((v >> 8) & 0xFF)}; }
+
+// A counted string as the problem file stores it.
+inline std::string Str(const std::string& s) { return Int16Bytes(static_cast<int>(s.size())) + s; }
+
+// A study of the problem locked as a copy of study 1 under another key.
+inline void AddLockedCopy(Problem& p, const std::string& key) {
+  Study copy = p.Studies(1);
+  copy.sKey = key;
+  copy.LockMe();
+  p.AddStudy(std::move(copy));
+}
+
+// A scripted Ui and a scratch folder for each test, with the file round trips.
+class ScratchTest : public ::testing::Test {
+ protected:
+  // Writes the bytes as a problem file and loads it: the failure text, or
+  // nothing when the file loads.
+  std::string LoadFailureOf(const std::string& bytes) {
+    WriteFile(dir / "load.KSW", bytes);
+    Problem p;
+    return p.Load(dir / "load.KSW") ? std::string() : p.LoadFailure();
+  }
+  // The problem saved and loaded back.
+  std::unique_ptr<Problem> Reloaded(Problem& p) {
+    EXPECT_TRUE(p.Save(dir / "reload.KSW"));
+    auto q = std::make_unique<Problem>();
+    EXPECT_TRUE(q->Load(dir / "reload.KSW"));
+    return q;
+  }
+
+  ScopedUi ui;
+  TempDir dir;
+};
+
+}  // namespace kestrow::test
+
+// ---- kestrow-cli end to end --------------------------------------------------
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+namespace kestrow::test {
+
+struct CliResult {
+  int code;  // the exit code, or -1 when the program did not exit
+  std::string out, err;
+};
+
+// Runs kestrow-cli with the words of args, its settings folder the scratch
+// folder so that every run starts from the defaults.
+inline CliResult RunCli(const TempDir& dir, const std::string& args) {
+  std::string command = "KESTROW_CONFIG_DIR=" + dir.str() + " " + KESTROW_CLI + " " + args + " >" +
+                        dir / "cli-out.txt" + " 2>" + dir / "cli-err.txt";
+  int status = std::system(command.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(dir / "cli-out.txt"), ReadFile(dir / "cli-err.txt")};
+}
+
+}  // namespace kestrow::test
