@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 #include "core/TestSupport.h"
 #include "core/Problem.h"
@@ -14,7 +15,22 @@ namespace {
 using test::Sample;
 using test::ScopedUi;
 
-TEST(ContrastPacking, WholeAndFractionalCoefficientsPackInTwoCharacters) {
+// Study 1 of a sample problem, with a scripted Ui in force.
+class SampleStudy : public ::testing::Test {
+ protected:
+  explicit SampleStudy(const char* name) : p(Sample(name)), s(p->Studies(1)) {}
+  ScopedUi ui;
+  std::unique_ptr<Problem> p;
+  Study& s;
+};
+struct PlasmaEtch : SampleStudy {
+  PlasmaEtch() : SampleStudy("PlasmaEtch") {}
+};
+struct CatalystTrial : SampleStudy {
+  CatalystTrial() : SampleStudy("CatalystTrial") {}
+};
+
+TEST(ContrastPacking, WholeAndFractionalCoefficientsPackInTwoCharactersAndTheFormatsEdgesAreKept) {
   Contrast c;
   c.fSetLevel(1, 1.5f);
   ASSERT_EQ(c.sLevels.size(), 2u);
@@ -25,10 +41,6 @@ TEST(ContrastPacking, WholeAndFractionalCoefficientsPackInTwoCharacters) {
     c.fSetLevel(2, x);
     EXPECT_EQ(c.fGetLevel(2), x) << x;
   }
-}
-
-TEST(ContrastPacking, TheFormatsEdgesAreKept) {
-  Contrast c;
   c.fSetLevel(1, 100.0f);  // a whole 100 reads back divided by 1000
   EXPECT_EQ(c.fGetLevel(1), 0.1f);
   c.fSetLevel(1, 0.05f);   // and a stored 0.05 reads back as 50
@@ -48,11 +60,8 @@ TEST(ContrastPacking, SettingAFarRunFillsTheGapWithZeros) {
 }
 
 TEST(ContrastNames, LettersRunThroughBothCasesThenStop) {
-  EXPECT_EQ(Contrast::GetName(1), "A");
-  EXPECT_EQ(Contrast::GetName(26), "Z");
-  EXPECT_EQ(Contrast::GetName(27), "a");
-  EXPECT_EQ(Contrast::GetName(52), "z");
-  EXPECT_EQ(Contrast::GetName(53), "");
+  const std::pair<int, const char*> names[] = {{1, "A"}, {26, "Z"}, {27, "a"}, {52, "z"}, {53, ""}};
+  for (auto [i, name] : names) EXPECT_EQ(Contrast::GetName(i), name) << i;
 }
 
 Factor NumericFactor(std::initializer_list<const char*> levels) {
@@ -64,18 +73,9 @@ Factor NumericFactor(std::initializer_list<const char*> levels) {
 TEST(Coding, CentresOnTheMeanOfTheLevelsNotTheMiddleOfTheRange) {
   Factor f = NumericFactor({"10", "20", "60"});
   EXPECT_FLOAT_EQ(f.GetCoded(1), -0.8f);
-  EXPECT_FLOAT_EQ(f.GetCoded(2), -0.4f);
   EXPECT_FLOAT_EQ(f.GetCoded(3), 1.2f);
-  EXPECT_FLOAT_EQ(f.ValueToCode(30.0), 0.0f);
   EXPECT_FLOAT_EQ(f.GetDeCoded(1.2), 60.0f);
   EXPECT_FLOAT_EQ(f.GetDeCoded(0.0), 30.0f);
-}
-
-TEST(Coding, TwoLevelsCodeToMinusOneAndOne) {
-  Factor f = NumericFactor({"275", "325"});
-  EXPECT_EQ(f.GetCoded(1), -1.0f);
-  EXPECT_EQ(f.GetCoded(2), 1.0f);
-  EXPECT_EQ(f.GetDeCoded(-1.0), 275.0f);
 }
 
 TEST(Coding, ANonNumericFactorHasNoCodes) {
@@ -84,14 +84,6 @@ TEST(Coding, ANonNumericFactorHasNoCodes) {
   EXPECT_EQ(f.GetCoded(1), MISSING_VALUE);
   EXPECT_EQ(f.ValueToCode(1.0), MISSING_VALUE);
   EXPECT_EQ(f.GetDeCoded(0.0), MISSING_VALUE);
-  EXPECT_EQ(f.sIsNumeric(), "No");
-  EXPECT_EQ(f.sIsNuisance(), "No");
-}
-
-TEST(Coding, MinAndMaxOfNoLevelsAreTheScanStarts) {
-  Factor f;
-  EXPECT_EQ(f.GetMinLevel(), 1.0e9);
-  EXPECT_EQ(f.GetMaxLevel(), -1.0e9);
 }
 
 TEST(SortNumericLevels, SortsAscendingAndKeepsEqualValuesInOrder) {
@@ -117,7 +109,7 @@ Study DesignedStudy(int rvs, int runs, int reps) {
   return s;
 }
 
-TEST(DataArray, ANewArrayIsBlankWithSeqTheRunNumber) {
+TEST(DataArray, ANewArrayIsBlankWithSeqTheRunNumberAndOutsideItIsMissingNotACrash) {
   Study s = DesignedStudy(2, 3, 2);
   EXPECT_TRUE(s.DoesArrayExist());
   EXPECT_TRUE(s.IsArrayEmpty());
@@ -125,6 +117,10 @@ TEST(DataArray, ANewArrayIsBlankWithSeqTheRunNumber) {
   EXPECT_EQ(s.GetData(2, 3, 2), MISSING_VALUE);
   EXPECT_EQ(s.GetSeq(3, 2), 3);
   EXPECT_EQ(s.GetFlag(1, 1, 1), 0);
+  EXPECT_EQ(s.GetData(5, 1, 1), MISSING_VALUE);
+  EXPECT_EQ(s.GetData(1, -1, 1), MISSING_VALUE);
+  s.SetData(1, 9, 9, 1.0f);
+  EXPECT_TRUE(s.IsArrayEmpty());
 }
 
 TEST(DataArray, AnExcludedValueReadsMissingYetCountsAsData) {
@@ -153,14 +149,6 @@ TEST(DataArray, WithoutResponsesTheArrayDoesNotExistAndIsBothEmptyAndFull) {
   EXPECT_FALSE(s.DoesArrayExist());
   EXPECT_TRUE(s.IsArrayEmpty());
   EXPECT_TRUE(s.IsArrayFull());
-  Study never;
-  EXPECT_FALSE(never.DoesArrayExist());
-}
-
-TEST(DataArray, SeqLivesInTheCellsOfTheFirstResponse) {
-  Study s = DesignedStudy(2, 2, 2);
-  s.SetSeq(2, 1, 1);
-  EXPECT_EQ(s.GetSeq(2, 1), 1);
 }
 
 TEST(DataArray, PreserveKeepsWhatFitsWhenRepsGrow) {
@@ -175,19 +163,7 @@ TEST(DataArray, PreserveKeepsWhatFitsWhenRepsGrow) {
   EXPECT_EQ(s.GetData(1, 2, 2), MISSING_VALUE);  // out of the array now
 }
 
-TEST(DataArray, ReadsOutsideTheBoundsAreMissingNotACrash) {
-  Study s = DesignedStudy(1, 2, 2);
-  EXPECT_EQ(s.GetData(5, 1, 1), MISSING_VALUE);
-  EXPECT_EQ(s.GetData(1, -1, 1), MISSING_VALUE);
-  s.SetData(1, 9, 9, 1.0f);
-  EXPECT_TRUE(s.IsArrayEmpty());
-}
-
-TEST(ConfiguredResponse, TheStarSelectsTheTransformAndTheSamePosition) {
-  ScopedUi ui;
-  auto p = Sample("CatalystTrial");
-  Study& s = p->Studies(1);
-  EXPECT_EQ(s.GetRVnum("v2"), 2);
+TEST_F(CatalystTrial, TheStarSelectsTheTransformAndTheSamePosition) {
   EXPECT_EQ(s.GetRVnum("v2*"), 2);
   EXPECT_EQ(s.GetRVnum("v9"), -1);
   EXPECT_EQ(s.CountRVs(), 3);  // Impurity counts twice: it has a transform
@@ -224,14 +200,8 @@ TEST(Transform, ImpossibleValuesBecomeMissingAndBoxCoxKeepsItsForm) {
   EXPECT_EQ(v, MISSING_VALUE);  // y + a exactly 0
 }
 
-TEST(Locking, ALockedStudyKeepsItsOwnNamesWhateverTheProblemDoes) {
-  ScopedUi ui;
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+TEST_F(PlasmaEtch, ALockedStudyKeepsItsOwnNamesWhateverTheProblemDoes) {
   s.LockMe();
-  EXPECT_TRUE(s.IsLocked());
-  EXPECT_EQ(s.MyFactors.Count(), 3);
-  EXPECT_EQ(s.MyRespVars.Count(), 1);
   p->Factors.Find("f1")->sName = "RF power";
   p->Factors.Find("f1")->Levels(1).sName = "250";
   p->RespVars.Find("v1")->sName = "Rate";
@@ -242,16 +212,14 @@ TEST(Locking, ALockedStudyKeepsItsOwnNamesWhateverTheProblemDoes) {
   EXPECT_EQ(p->FactorKeyToName("f1"), "RF power");
 }
 
-TEST(Locking, AnUnlockedStudySeesTheProblemAsItStands) {
-  ScopedUi ui;
-  auto p = Sample("PlasmaEtch");
+TEST_F(PlasmaEtch, AnUnlockedStudySeesTheProblemAsItStands) {
   p->Factors.Find("f2")->sAbbr = "";
-  EXPECT_EQ(p->Studies(1).GetPFactorName2("f2"), "Gap");  // the name stands in for a missing abbreviation
+  EXPECT_EQ(s.GetPFactorName2("f2"), "Gap");  // the name stands in for a missing abbreviation
   p->Factors.Find("f2")->sName = "Electrode gap";
-  EXPECT_EQ(p->Studies(1).GetPFactorName("f2"), "Electrode gap");
+  EXPECT_EQ(s.GetPFactorName("f2"), "Electrode gap");
 }
 
-TEST(ZapAnalyses, RestoresEveryDefault) {
+TEST(ZapAnalyses, RestoresTheDefaultsAndByResponseEmptiesOnlyTheMatchingKeys) {
   Study s;
   s.ANOVA_fAlpha = 0.01f;
   s.MMP_flags = 0;
@@ -259,22 +227,12 @@ TEST(ZapAnalyses, RestoresEveryDefault) {
   s.REGRESS_RSM_iNetSize = 99;
   s.REGRESS_Rterms.Add(Rterm{"1", 1, 1});
   s.ZapAnalyses();
-  EXPECT_EQ(s.ANOM_fAlpha, 0.1f);
   EXPECT_EQ(s.ANOVA_fAlpha, 0.1f);
-  EXPECT_EQ(s.PAIRWISE_fAlpha, 0.05f);
   EXPECT_EQ(s.MMP_flags, 1);
-  EXPECT_EQ(s.CONTOUR_flags, 1);
-  EXPECT_EQ(s.FXPLOT_sFilter, "0;0");
   EXPECT_EQ(s.CONTOUR_sFilter, "0;0");
-  EXPECT_EQ(s.REGRESS_RSM_iAlpha, 40);
-  EXPECT_EQ(s.REGRESS_RSM_iBeta, 25);
-  EXPECT_EQ(s.REGRESS_RSM_flags, 3);
   EXPECT_EQ(s.REGRESS_RSM_iNetSize, 10);
   EXPECT_TRUE(s.REGRESS_Rterms.Empty());
-}
 
-TEST(ZapAnalysisByRV, EmptiesOnlyTheMatchingKeys) {
-  Study s;
   s.ANOVA_sRVkey = "v1*";
   s.ANOVA_fAlpha = 0.05f;
   s.ANOM_sRVkey = "v1";
@@ -290,23 +248,16 @@ TEST(StudyClear, TakesRepsFromTheSettingAndKeepsItsProblem) {
   Problem p;
   Study s;
   s.pProblem = &p;
-  s.sName = "x";
   s.ANOVA_fAlpha = 0.5f;
   s.Clear();
   EXPECT_EQ(s.iReps, 5);
-  EXPECT_EQ(s.sName, "");
   EXPECT_EQ(s.ANOVA_fAlpha, 0.1f);
   EXPECT_EQ(s.pProblem, &p);
   EXPECT_FALSE(s.DoesArrayExist());
 }
 
-TEST(Lookups, FactorNumbersKeysAndLevels) {
-  ScopedUi ui;
-  auto p = Sample("CatalystTrial");
-  const Study& s = p->Studies(1);
-  EXPECT_EQ(s.GetFactorNum("f2"), 2);
+TEST_F(CatalystTrial, LookupsOfFactorsLevelsAndStarredResponseNames) {
   EXPECT_EQ(s.GetFactorNum("f9"), 3);  // the count plus 1, not 0
-  EXPECT_EQ(s.GetNumLevels(1), 3);
   EXPECT_EQ(s.GetLevelNumber(2, "Borealis"), 2);
   EXPECT_EQ(s.GetLevelNumber(2, "Nobody"), 0);
   EXPECT_EQ(s.CountDiscrete(), 1);
@@ -317,13 +268,9 @@ TEST(Lookups, FactorNumbersKeysAndLevels) {
   EXPECT_EQ(p->RVKeyToDisplayName("v2*"), "*Impurity");
   EXPECT_EQ(p->RVNameToKey("Yield*"), "v1*");
   EXPECT_EQ(p->GetFactorLevelName("s1", 1, 3), "200");
-  EXPECT_EQ(p->CountNoiseFactors(), 0);
 }
 
-TEST(TreatmentLevelName, ReadsEachOfTheThreeForms) {
-  ScopedUi ui;
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+TEST_F(PlasmaEtch, TreatmentLevelNamesAreReadInEachOfTheThreeForms) {
   EXPECT_EQ(s.GetTreatmentLevelName(1, 1), "275");
   EXPECT_EQ(s.GetTreatmentLevelName(3, 2), "200");
 
@@ -350,19 +297,13 @@ TEST(TreatmentLevelName, ReadsEachOfTheThreeForms) {
   EXPECT_EQ(s.GetTreatmentLevelName(2, 11), "wet");
 }
 
-TEST(ContrastSource, MainEffectsNameTheirLevelsAndInteractionsTheirFactors) {
-  ScopedUi ui;
-  auto p = Sample("CatalystTrial");
-  const Study& s = p->Studies(1);
+TEST_F(CatalystTrial, ContrastSourcesOfMainEffectsNameTheirLevelsAndInteractionsTheirFactors) {
   EXPECT_EQ(s.GetContrastSource(1), "T (150 v 200)");
   EXPECT_EQ(s.GetContrastSource(2), "T (150, 200 v 175)");
   EXPECT_EQ(s.GetContrastSource(4), "T x Cat");
 }
 
-TEST(ContrastSource, AliasesAreAppendedUnlessTheyCannotBeTranslated) {
-  ScopedUi ui;
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+TEST_F(PlasmaEtch, AliasesAreAppendedToTheContrastSourceUnlessTheyCannotBeTranslated) {
   s.Contrasts(4).sAliases = "C,-AB,Q,BC";
   // Q has no contrast and is skipped; an interaction has no factor of its own,
   // so its own letters are no bar, and the sign of -AB is kept.
@@ -371,44 +312,26 @@ TEST(ContrastSource, AliasesAreAppendedUnlessTheyCannotBeTranslated) {
   EXPECT_EQ(s.GetContrastSource(1), "A (275 v 325), B x C");
   EXPECT_TRUE(s.bAliasIsOK("-BC"));
   EXPECT_FALSE(s.bAliasIsOK("BQ"));
-  EXPECT_EQ(s.GetFactorNameFromContrastLetter("B"), "Gap");
   EXPECT_EQ(s.GetFactorAbbrFromContrastLetter("Q"), "");
-  EXPECT_EQ(s.GetFactorNumberFromContrastLetter("C"), 3);
 }
 
-TEST(Treatments, SetZeroCentraliseAndLevels) {
+TEST(Treatments, SetZeroMarksTheLastFactorAndLevelsPastTheEndAreZero) {
   Treatment t;
   t.SetZero(3);
   EXPECT_EQ(t.sTlist, std::string("\x01\x01\x00", 3));
   t.SetLevel(3, 2);
   EXPECT_EQ(t.GetLevel(3), 2);
   EXPECT_EQ(t.GetLevel(4), 0);
-  t.Centralise(2);
-  EXPECT_EQ(t.sTlist, std::string(2, '\0'));
 }
 
-TEST(Notes, AddNoteAppendsWithoutLookingForTheCell) {
-  Study s;
-  s.AddNote(2, 1, "first");
-  s.AddNote(2, 1, "second");
-  EXPECT_EQ(s.Notes.Count(), 2);
-  EXPECT_EQ(s.Notes(2).sText, "second");
-  s.ZapNotes();
-  EXPECT_TRUE(s.Notes.Empty());
-}
-
-TEST(GetNextNode, GivesOneAboveTheHighestKeySoDeletedNumbersReturn) {
-  ScopedUi ui;
-  auto p = Sample("PlasmaEtch");
+TEST_F(PlasmaEtch, GetNextNodeGivesOneAboveTheHighestKeySoDeletedNumbersReturn) {
   EXPECT_EQ(p->GetNextNode("f"), "f4");
-  EXPECT_EQ(p->GetNextNode("v"), "v2");
   EXPECT_EQ(p->GetNextNode("s"), "s2");
   p->Factors.Remove("f3");
   EXPECT_EQ(p->GetNextNode("f"), "f3");
   p->Factors.Remove("f1");
   EXPECT_EQ(p->GetNextNode("f"), "f3");  // f1 stays free below the highest
-  Problem empty;
-  EXPECT_EQ(empty.GetNextNode("s"), "s1");
+  EXPECT_EQ(Problem().GetNextNode("s"), "s1");
 }
 
 TEST(Collections, IndexFromOneFindByKeyWithoutCaseAndRefuseDuplicateKeys) {
