@@ -2,6 +2,8 @@
 // recent list and the title macros.
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "core/IniFile.h"
 #include "core/Settings.h"
 #include "core/TestSupport.h"
@@ -9,10 +11,7 @@
 namespace kestrow {
 namespace {
 
-using test::ReadFile;
-using test::ScopedUi;
-using test::TempDir;
-using test::WriteFile;
+using namespace test;
 
 TEST(IniFile, SectionsAndKeysIgnoreCaseAndAWriteKeepsTheRest) {
   TempDir dir;
@@ -34,35 +33,31 @@ TEST(IniFile, SectionsAndKeysIgnoreCaseAndAWriteKeepsTheRest) {
   EXPECT_EQ(ReadINI(f, "Third", "K", ""), "w");
 }
 
-TEST(Settings, AFirstRunWritesEveryKeyWithItsDefault) {
-  ScopedUi ui;
-  TempDir dir;
+// The settings file of a test, in a scratch folder.
+class SettingsFile : public ScratchTest {
+ protected:
   std::string f = dir / "KestWin.INI";
+};
+
+// One key of each kind: whole numbers, a negative one, text, colours, the
+// numbered headers, floats, and keys whose default is empty.
+TEST_F(SettingsFile, AFirstRunWritesEveryKeyWithItsDefault) {
   LoadSettings(f);
   ASSERT_TRUE(SaveSettings(f));
-  EXPECT_EQ(ReadINI(f, "General", "GridMode", ""), "1");
-  EXPECT_EQ(ReadINI(f, "General", "DefaultReps", ""), "2");
-  EXPECT_EQ(ReadINI(f, "General", "ReportNumber", ""), "-1");
-  EXPECT_EQ(ReadINI(f, "General", "Language", ""), "English");
-  EXPECT_EQ(ReadINI(f, "Colors", "DataWindow", ""), "&HC0C0C0");
-  EXPECT_EQ(ReadINI(f, "Graphs", "1Header", ""), "Date: @D||@C");
-  EXPECT_EQ(ReadINI(f, "Graphs", "PrinterMargins", ""), "5");
-  EXPECT_EQ(ReadINI(f, "Graphs", "JPGQuality", ""), "90");
-  EXPECT_EQ(ReadINI(f, "Printing", "TextSize", ""), "10");
-  EXPECT_EQ(ReadINI(f, "Extras", "OptNetSize", ""), "20");
+  const char* const written[][3] = {{"General", "GridMode", "1"},         {"General", "ReportNumber", "-1"},
+                                    {"General", "Language", "English"},   {"Colors", "DataWindow", "&HC0C0C0"},
+                                    {"Graphs", "1Header", "Date: @D||@C"}, {"Graphs", "PrinterMargins", "5"},
+                                    {"Graphs", "JPGQuality", "90"}};
+  for (auto [section, key, value] : written) EXPECT_EQ(ReadINI(f, section, key, ""), value) << key;
   EXPECT_NE(ReadINI(f, "RecentList", "4File", "absent"), "absent");
   EXPECT_NE(ReadINI(f, "Devices", "LastDevice", "absent"), "absent");
 }
 
-TEST(Settings, OutOfRangeValuesTakeTheirClampsAndGarbageNeverFails) {
-  ScopedUi ui;
-  TempDir dir;
-  std::string f = dir / "KestWin.INI";
+TEST_F(SettingsFile, OutOfRangeValuesTakeTheirClampsAndGarbageNeverFails) {
   WriteFile(f,
             "[General]\nGridMode=7\nDefaultReps=31\nNumSF=abc\nReportNumber=1000\nTreeIcons=5\n"
-            "Navigation=3\nReportColWidth=\nMainState=-1\nTextEd=\nSplitX=99999\n"
-            "[Graphs]\nPrinterMargins=25\nPageHeaders=1.5\nHdrLinePercent=xyz\nJPGQuality=100\n"
-            "HeadersFlag=-4\nParetoCutoff=3\n[Printing]\nTextSize=40\n[Extras]\nOptNetSize=51\n"
+            "Navigation=3\nReportColWidth=\nTextEd=\nSplitX=99999\n"
+            "[Graphs]\nPrinterMargins=25\nHdrLinePercent=xyz\nJPGQuality=100\n"
             "[Colors]\nDataGrid=&HZZZ\nDataWindow=&HFF\n");
   LoadSettings(f);
   EXPECT_EQ(gSettings.GridMode, 0);
@@ -72,37 +67,25 @@ TEST(Settings, OutOfRangeValuesTakeTheirClampsAndGarbageNeverFails) {
   EXPECT_TRUE(gSettings.TreeIcons);
   EXPECT_EQ(gSettings.Navigation, 1);
   EXPECT_EQ(gSettings.ReportColWidth, 10);
-  EXPECT_EQ(gSettings.MainState, 0);
   EXPECT_EQ(gSettings.TextEd, "");  // present but empty stays empty
   EXPECT_EQ(gSettings.SplitX, 32767);
   EXPECT_EQ(gSettings.PrinterMargins, 4.0f);  // deliberately not the default of 5
-  EXPECT_EQ(gSettings.PageHeaders, 4.0f);
   EXPECT_EQ(gSettings.HdrLinePercent, 2.0f);
   EXPECT_EQ(gSettings.JPGQuality, 90);
-  EXPECT_EQ(gSettings.HeadersFlag, 0);
-  EXPECT_EQ(gSettings.ParetoCutoff, 10);
-  EXPECT_EQ(gSettings.TextSize, 10);
-  EXPECT_EQ(gSettings.OptNetSize, 20);
   EXPECT_EQ(gSettings.DataGrid, 0x00E0E0E0u);  // not a colour: the default stands
   EXPECT_EQ(gSettings.DataWindow, 0xFFu);
   ASSERT_TRUE(SaveSettings(f));
   EXPECT_EQ(ReadINI(f, "General", "GridMode", ""), "0");  // and is written back as read
 }
 
-TEST(Settings, AMissingKeyReadsAsItsDefault) {
-  ScopedUi ui;
-  TempDir dir;
-  WriteFile(dir / "k.ini", "[Graphs]\nKSTprinter=PDF\n");
-  LoadSettings(dir / "k.ini");
+TEST_F(SettingsFile, AMissingKeyReadsAsItsDefault) {
+  WriteFile(f, "[Graphs]\nKSTprinter=PDF\n");
+  LoadSettings(f);
   EXPECT_EQ(gSettings.PrinterMargins, 5.0f);
   EXPECT_EQ(gSettings.KSTprinter, "PDF");
-  EXPECT_EQ(gSettings.Header[1], "Date: @D||@C");
 }
 
-TEST(Settings, TheExtrapolatedColourIsReadUnderOneSpellingAndWrittenUnderTheOther) {
-  ScopedUi ui;
-  TempDir dir;
-  std::string f = dir / "KestWin.INI";
+TEST_F(SettingsFile, TheExtrapolatedColourIsReadUnderOneSpellingAndWrittenUnderTheOther) {
   WriteFile(f, "[Colors]\nExtrapolatedData=&H123456\n");
   LoadSettings(f);
   EXPECT_EQ(gSettings.ExtrapolatedData, 0x003030FFu);  // the right spelling is not read
@@ -117,17 +100,13 @@ TEST(Settings, TheExtrapolatedColourIsReadUnderOneSpellingAndWrittenUnderTheOthe
 
 TEST(RecentList, NewPathsGoOnTopAndAKnownOneMovesUp) {
   ScopedUi ui;
+  using List = std::array<std::string, 5>;  // slot 0 is unused
   for (const char* p : {"/a.KSW", "/b.KSW", "/c.KSW", "/d.KSW", "/e.KSW"}) AddToRecentList(p);
-  EXPECT_EQ(gSettings.RecentFile[1], "/e.KSW");
-  EXPECT_EQ(gSettings.RecentFile[4], "/b.KSW");  // /a.KSW dropped off
+  EXPECT_EQ(gSettings.RecentFile, (List{"", "/e.KSW", "/d.KSW", "/c.KSW", "/b.KSW"}));  // /a.KSW dropped off
   AddToRecentList("/c.KSW");
-  EXPECT_EQ(gSettings.RecentFile[1], "/c.KSW");
-  EXPECT_EQ(gSettings.RecentFile[2], "/e.KSW");
-  EXPECT_EQ(gSettings.RecentFile[3], "/d.KSW");
-  EXPECT_EQ(gSettings.RecentFile[4], "/b.KSW");
+  EXPECT_EQ(gSettings.RecentFile, (List{"", "/c.KSW", "/e.KSW", "/d.KSW", "/b.KSW"}));
   AddToRecentList("/C.KSW");  // the comparison is exact
-  EXPECT_EQ(gSettings.RecentFile[1], "/C.KSW");
-  EXPECT_EQ(gSettings.RecentFile[2], "/c.KSW");
+  EXPECT_EQ(gSettings.RecentFile, (List{"", "/C.KSW", "/c.KSW", "/e.KSW", "/d.KSW"}));
   EXPECT_EQ(RecentMenuCaption(1), "&1  /C.KSW");
   EXPECT_EQ(RecentFileFromCaption(RecentMenuCaption(2)), "/c.KSW");
   gSettings.RecentFile[3].clear();
