@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <utility>
 
 #include "core/CodePage.h"
 #include "core/CommandLine.h"
@@ -36,23 +37,13 @@ TEST(Numeric, ValReadsTheLeadingNumber) {
   EXPECT_EQ(Val("4e"), 4.0);
 }
 
-TEST(ShortestText, UsesTheFewestDigitsThatReadBack) {
-  EXPECT_EQ(ShortestText(0.1f), "0.1");
-  EXPECT_EQ(ShortestText(1.0f / 3.0f), "0.33333334");
-  EXPECT_EQ(ShortestText(100.0f), "100");
-  EXPECT_EQ(ShortestText(-2.5f), "-2.5");
-  EXPECT_EQ(ShortestText(0.0f), "0");
-  EXPECT_EQ(ShortestText(-0.0f), "0");
-  EXPECT_EQ(ShortestText(MISSING_VALUE), "-999999900");
-}
-
-TEST(ShortestText, SwitchesToExponentOutsideMinusFiveToFourteen) {
-  EXPECT_EQ(ShortestText(1.5e-5f), "0.000015");
-  EXPECT_EQ(ShortestText(1.0e-6f), "1E-06");
-  EXPECT_EQ(ShortestText(1.0e14f), "100000000000000");
-  EXPECT_EQ(ShortestText(1.5e20f), "1.5E+20");
-  EXPECT_EQ(ShortestText(-2.0e15f), "-2E+15");
-  EXPECT_EQ(ShortestText(1.0e-30f), "1E-30");
+TEST(ShortestText, UsesTheFewestDigitsThatReadBackAndAnExponentOutsideMinusFiveToFourteen) {
+  const std::pair<float, const char*> cases[] = {
+      {0.1f, "0.1"},         {1.0f / 3.0f, "0.33333334"}, {100.0f, "100"},        {-2.5f, "-2.5"},
+      {0.0f, "0"},           {-0.0f, "0"},                {MISSING_VALUE, "-999999900"},
+      {1.5e-5f, "0.000015"}, {1.0e-6f, "1E-06"},          {1.0e14f, "100000000000000"},
+      {1.5e20f, "1.5E+20"},  {-2.0e15f, "-2E+15"},        {1.0e-30f, "1E-30"}};
+  for (auto [x, text] : cases) EXPECT_EQ(ShortestText(x), text) << x;
 }
 
 TEST(ShortestText, EveryTextReadsBackAsTheSameFloat) {
@@ -66,25 +57,16 @@ TEST(Target, ParsesMaxMinEmptyNumbersAndNonsense) {
   std::string t = "  maximum ";
   EXPECT_EQ(ParseTarget(t), TARGET_MAX);
   EXPECT_EQ(t, "maximum");  // the caller's text is left trimmed
-  t = "Min";
-  EXPECT_EQ(ParseTarget(t), TARGET_MIN);
-  t = "";
-  EXPECT_EQ(ParseTarget(t), MISSING_VALUE);
-  t = "12.5";
-  EXPECT_EQ(ParseTarget(t), 12.5f);
-  t = "ma";
-  EXPECT_EQ(ParseTarget(t), BAD_NUMBER);
+  const std::pair<std::string, float> cases[] = {
+      {"Min", TARGET_MIN}, {"", MISSING_VALUE}, {"12.5", 12.5f}, {"ma", BAD_NUMBER}};
+  for (auto [text, target] : cases) EXPECT_EQ(ParseTarget(text), target) << text;
 }
 
 TEST(Target, ToTextNamesTheSentinelsAndZeroesTinyValues) {
-  EXPECT_EQ(TargetToText(TARGET_MAX), "MAXimize");
-  EXPECT_EQ(TargetToText(TARGET_MIN), "MINimize");
-  EXPECT_EQ(TargetToText(MISSING_VALUE), "");
-  EXPECT_EQ(TargetToText(BAD_NUMBER), "!");
-  EXPECT_EQ(TargetToText(9.0e-6f), "0");
-  EXPECT_EQ(TargetToText(-9.0e-6f), "0");
-  EXPECT_EQ(TargetToText(1.0e-5f), "0.00001");
-  EXPECT_EQ(TargetToText(95.5f), "95.5");
+  const std::pair<float, const char*> cases[] = {
+      {TARGET_MAX, "MAXimize"}, {TARGET_MIN, "MINimize"}, {MISSING_VALUE, ""},        {BAD_NUMBER, "!"},
+      {9.0e-6f, "0"},           {-9.0e-6f, "0"},          {1.0e-5f, "0.00001"}, {95.5f, "95.5"}};
+  for (auto [x, text] : cases) EXPECT_EQ(TargetToText(x), text) << x;
 }
 
 TEST(Tokens, PopTokenAndPopBarCutTheFrontOff) {
@@ -120,15 +102,12 @@ TEST(Paths, SplitOnEverySeparatorOfOldAndNewPaths) {
   EXPECT_EQ(GetFPath("plain.KSW"), "");
 }
 
-TEST(CodePage, RoundTripsEveryByteAndMapsTheEuro) {
+TEST(CodePage, RoundTripsEveryByteMapsTheEuroAndMarksWhatHasNoCode) {
   std::string all;
   for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
   EXPECT_EQ(Utf8ToCp1252(Cp1252ToUtf8(all)), all);
   EXPECT_EQ(Cp1252ToUtf8("\x80"), "\xE2\x82\xAC");
   EXPECT_EQ(Utf8ToCp1252("Caf\xC3\xA9 \xE2\x82\xAC"), "Caf\xE9 \x80");
-}
-
-TEST(CodePage, CharactersWithoutACodeBecomeQuestionMarks) {
   EXPECT_EQ(Utf8ToCp1252("\xCE\xA9 \xE6\xBC\xA2"), "? ?");  // Greek omega, a CJK character
   EXPECT_EQ(Utf8ToCp1252("a\xFF" "b"), "a?b");               // a byte that is no UTF-8
 }
