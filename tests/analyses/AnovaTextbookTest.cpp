@@ -7,8 +7,11 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <memory>
+#include <numeric>
+#include <set>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -27,16 +30,13 @@ namespace {
 // The independent analysis.
 
 using Column = std::vector<double>;
+using Levels = std::vector<std::vector<int>>;  // by observation, then by factor of the study from 1
 
-struct Observation {
-  std::vector<int> levels;  // by factor of the study, from 1
-  double y;
-};
-
-// A term of a linear model: its columns over the observations.
-struct Term {
-  std::string name;
-  std::vector<Column> columns;
+// A term of a linear model: its name and its columns over the observations.
+using Term = std::pair<std::string, std::vector<Column>>;
+struct Figures {
+  double ss = 0;
+  int df = 0;
 };
 
 // Sequential sums of squares: the columns of each term are made orthogonal,
@@ -44,192 +44,131 @@ struct Term {
 // of squares is the squared length of the projection of y on its new
 // directions, its degrees of freedom their count. For balanced data the
 // order of the terms does not matter.
-struct LeastSquares {
-  std::map<std::string, double> ss;
-  std::map<std::string, int> df;
-  double errorSS = 0, totalSS = 0;
-  int errorDF = 0, totalDF = 0;
+struct Fit {
+  std::vector<std::pair<std::string, Figures>> terms;
+  Figures error, total;
 
-  LeastSquares(const std::vector<double>& y, const std::vector<Term>& terms) {
-    std::size_t n = y.size();
+  Fit(Column residual, const std::vector<Term>& model) {
     std::vector<Column> basis;
-    Column residual = y;
-    auto dot = [n](const Column& a, const Column& b) {
-      double sum = 0;
-      for (std::size_t i = 0; i < n; ++i) sum += a[i] * b[i];
-      return sum;
+    auto dot = [](const Column& a, const Column& b) { return std::inner_product(a.begin(), a.end(), b.begin(), 0.0); };
+    auto less = [](Column& v, double c, const Column& q) {
+      for (std::size_t i = 0; i < v.size(); ++i) v[i] -= c * q[i];
     };
-    // Adds the part of v orthogonal to the basis; returns the squared
-    // projection of y on it, or -1 when v adds no direction.
-    auto add = [&](Column v) {
+    // Adds the part of v orthogonal to the basis, if any, and the squared
+    // projection of the residual on it to f.
+    auto add = [&](Column v, Figures& f) {
       double before = std::sqrt(dot(v, v));
       for (int pass = 0; pass < 2; ++pass)
-        for (const Column& q : basis) {
-          double c = dot(q, v);
-          for (std::size_t i = 0; i < n; ++i) v[i] -= c * q[i];
-        }
+        for (const Column& q : basis) less(v, dot(q, v), q);
       double length = std::sqrt(dot(v, v));
-      if (length <= 1e-9 * before) return -1.0;
+      if (length <= 1e-9 * before) return;
       for (double& x : v) x /= length;
       double c = dot(v, residual);
-      for (std::size_t i = 0; i < n; ++i) residual[i] -= c * v[i];
+      less(residual, c, v);
       basis.push_back(std::move(v));
-      return c * c;
+      f.ss += c * c;
+      f.df += 1;
     };
-    add(Column(n, 1.0));
-    totalSS = dot(residual, residual);
-    totalDF = static_cast<int>(n) - 1;
-    for (const Term& t : terms) {
-      for (const Column& c : t.columns) {
-        double part = add(c);
-        if (part < 0) continue;
-        ss[t.name] += part;
-        df[t.name] += 1;
-      }
+    Figures mean;
+    add(Column(residual.size(), 1.0), mean);
+    total = {dot(residual, residual), static_cast<int>(residual.size()) - 1};
+    for (const Term& t : model) {
+      Figures& f = terms.emplace_back(t.first, Figures{}).second;
+      for (const Column& c : t.second) add(c, f);
     }
-    errorSS = dot(residual, residual);
-    errorDF = static_cast<int>(n - basis.size());
+    error = {dot(residual, residual), static_cast<int>(residual.size() - basis.size())};
   }
-  double MS(const std::string& term) const { return ss.at(term) / df.at(term); }
-  double ErrorMS() const { return errorSS / errorDF; }
-  double F(const std::string& term) const { return MS(term) / ErrorMS(); }
 };
 
-// Every observation of the study's first response, with its run's levels.
-std::vector<Observation> Observations(const Study& s) {
-  std::vector<Observation> out;
-  for (int run = 1; run <= s.iNumRuns; ++run)
-    for (int rep = 1; rep <= s.iReps; ++rep) {
-      Observation o;
-      for (int f = 1; f <= s.Factors.Count(); ++f) o.levels.push_back(s.GetTreatmentLevel(f, run));
-      o.y = s.GetData(1, run, rep);
-      out.push_back(o);
+// What a letter of a contrast's name stands for in an observation.
+using Coding = std::function<double(char letter, const std::vector<int>& levels)>;
+// The letters of a two-level design: A the first factor and so on, - and +
+// for its levels.
+double Signs(char letter, const std::vector<int>& levels) {
+  return 2.0 * levels[static_cast<std::size_t>(letter - 'A')] - 3;
+}
+
+// Terms named as the report names its contrasts, each the product of what
+// its letters stand for.
+std::vector<Term> Products(const Levels& obs, const std::vector<std::string>& names, const Coding& code) {
+  std::vector<Term> terms;
+  for (const std::string& name : names) {
+    Column& c = terms.emplace_back(name, std::vector<Column>(1)).second[0];
+    for (const std::vector<int>& o : obs) {
+      double x = 1;
+      for (char letter : name) x *= code(letter, o);
+      c.push_back(x);
     }
-  return out;
-}
-
-std::vector<double> Responses(const std::vector<Observation>& obs) {
-  std::vector<double> y;
-  for (const Observation& o : obs) y.push_back(o.y);
-  return y;
-}
-
-// The column of a product of functions of the factor levels.
-Column Product(const std::vector<Observation>& obs, const std::vector<std::pair<int, int>>& factorPowers) {
-  Column c;
-  for (const Observation& o : obs) {
-    double x = 1;
-    for (auto [factor, power] : factorPowers) x *= std::pow(o.levels[static_cast<std::size_t>(factor - 1)], power);
-    c.push_back(x);
   }
-  return c;
+  return terms;
 }
 
-// A factor as a classification: one indicator column for each level but the
-// first.
-std::vector<Column> Indicators(const std::vector<Observation>& obs, int factor, int levels) {
+// A classification by the levels of some factors (from 1), by all of them
+// when none is named: an indicator column for each class.
+std::vector<Column> Classes(const Levels& obs, const std::vector<std::size_t>& factors = {}) {
+  std::map<std::vector<int>, Column> classes;
+  for (std::size_t i = 0; i < obs.size(); ++i) {
+    std::vector<int> key;
+    for (std::size_t f : factors) key.push_back(obs[i][f - 1]);
+    Column& c = classes[factors.empty() ? obs[i] : key];
+    c.resize(obs.size());
+    c[i] = 1;
+  }
   std::vector<Column> columns;
-  for (int l = 2; l <= levels; ++l) {
-    Column c;
-    for (const Observation& o : obs) c.push_back(o.levels[static_cast<std::size_t>(factor - 1)] == l ? 1 : 0);
-    columns.push_back(c);
-  }
+  for (const auto& entry : classes) columns.push_back(entry.second);
   return columns;
-}
-
-// The interaction of two classifications: the products of their indicators.
-std::vector<Column> Crossed(const std::vector<Column>& a, const std::vector<Column>& b) {
-  std::vector<Column> columns;
-  for (const Column& x : a)
-    for (const Column& y : b) {
-      Column c(x.size());
-      for (std::size_t i = 0; i < x.size(); ++i) c[i] = x[i] * y[i];
-      columns.push_back(c);
-    }
-  return columns;
-}
-
-// The runs as one classification: what the one-way table tests.
-std::vector<Column> Cells(const std::vector<Observation>& obs) {
-  std::map<std::vector<int>, int> index;
-  for (const Observation& o : obs) index.emplace(o.levels, 0);
-  int next = 0;
-  for (auto& [levels, i] : index) i = next++;
-  std::vector<Column> columns;
-  for (int cell = 1; cell < next; ++cell) {
-    Column c;
-    for (const Observation& o : obs) c.push_back(index[o.levels] == cell ? 1 : 0);
-    columns.push_back(c);
-  }
-  return columns;
-}
-
-// The terms of a two-level factorial named as the report names its
-// contrasts, "A" for the first factor and so on: each the product of the
-// level numbers of its letters.
-Term TwoLevelTerm(const std::vector<Observation>& obs, const std::string& name) {
-  std::vector<std::pair<int, int>> powers;
-  for (char letter : name) powers.push_back({letter - 'A' + 1, 1});
-  return {name, {Product(obs, powers)}};
-}
-
-// The effect of a two-level term: the average where the product of its
-// signs is + less the average where it is -.
-double Effect(const std::vector<Observation>& obs, const std::string& name) {
-  double plus = 0, minus = 0;
-  int nPlus = 0, nMinus = 0;
-  for (const Observation& o : obs) {
-    int sign = 1;
-    for (char letter : name) sign *= o.levels[static_cast<std::size_t>(letter - 'A')] == 2 ? 1 : -1;
-    (sign > 0 ? plus : minus) += o.y;
-    (sign > 0 ? nPlus : nMinus) += 1;
-  }
-  return plus / nPlus - minus / nMinus;
 }
 
 // ---------------------------------------------------------------------------
 // Reading the report.
 
-// A figure of the report is printed to four significant figures from 32-bit
-// sums: it agrees when it is the exact value rounded there, give or take one
-// in the last digit.
-::testing::AssertionResult Agrees(const std::string& text, double expected) {
+// Whether a printed figure is within tolerance of x; NaN stands for a figure
+// left empty.
+::testing::AssertionResult Near(const std::string& text, double x, double tolerance) {
   char* end = nullptr;
   double printed = std::strtod(text.c_str(), &end);
-  if (text.empty() || *end != '\0') return ::testing::AssertionFailure() << "\"" << text << "\" is no number";
-  double unit = expected == 0 ? 1e-12 : std::pow(10.0, std::floor(std::log10(std::fabs(expected))) - 3);
-  if (std::fabs(printed - expected) <= 1.5 * unit) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "printed " << text << ", least squares gives " << expected;
+  if (std::isnan(x) ? text.empty() : !text.empty() && *end == '\0' && std::fabs(printed - x) <= tolerance)
+    return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "printed \"" << text << "\" against " << x;
+}
+// A figure of the report is printed to four significant figures from 32-bit
+// sums: it agrees with least squares when it is the exact value rounded
+// there, give or take one in the last digit.
+::testing::AssertionResult Agrees(const std::string& text, double x) {
+  return Near(text, x, x == 0 ? 1e-12 : 1.5 * std::pow(10.0, std::floor(std::log10(std::fabs(x))) - 3));
 }
 
-// A figure against a book's, which is given to `decimals` places.
-::testing::AssertionResult AsPrinted(const std::string& text, double book, int decimals) {
-  double printed = std::strtod(text.c_str(), nullptr);
-  if (!text.empty() && std::fabs(printed - book) <= 0.5 * std::pow(10.0, -decimals) + 1e-3 * std::fabs(book))
-    return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "printed \"" << text << "\", the book has " << book;
-}
+// A figure as a book prints it: the row named so, the column, the text.
+using Printed = std::tuple<std::string, int, std::string>;
 
 enum Col { NAME = 0, SOURCE = 1, SS = 2, DF = 3, MS = 4, F = 5, STAR = 6, EFFECT = 7 };
+const double NONE = std::nan("");
 
 class AnovaTextbookTest : public ::testing::Test {
  protected:
-  void SetUp() override { OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English"); }
+  using Rows = std::pair<int, int>;
+  void SetUp() override {
+    OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English");
+    total = GetText("TOTAL");
+    error = GetText("Error");
+  }
   void TearDown() override { CloseLanguage(); }
 
-  // Loads the sample and draws its report.
-  Study& Draw(const std::string& sample) {
+  // Loads the sample, draws its report and reads its observations.
+  void Draw(const std::string& sample) {
     problem = test::Sample(sample);
     Study& s = problem->Studies(1);
     EXPECT_TRUE(DrawANOVA(s, stats, grid)) << sample;
-    obs = Observations(s);
-    return s;
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep) {
+        obs.emplace_back();
+        for (int f = 1; f <= s.Factors.Count(); ++f) obs.back().push_back(s.GetTreatmentLevel(f, run));
+        y.push_back(s.GetData(1, run, rep));
+      }
   }
 
-  // The rows of a section, from its heading to the next one (or the end);
-  // the whole grid when tag is empty.
-  std::pair<int, int> Section(const std::string& tag) const {
-    if (tag.empty()) return {1, grid.Rows()};
+  // The rows of a section, from its heading to the next one (or the end).
+  Rows Section(const std::string& tag) const {
     int from = grid.Rows();
     for (int r = 0; r < grid.Rows(); ++r)
       if (grid.Text(r, NAME) == GetText(tag)) from = r + 1;
@@ -237,51 +176,63 @@ class AnovaTextbookTest : public ::testing::Test {
     while (to < grid.Rows() && grid.MergeAt(to, NAME) == nullptr) ++to;
     return {from, to};
   }
-  // The row of the section whose column col reads text; -1 if none.
-  int Row(const std::pair<int, int>& section, int col, const std::string& text) const {
-    for (int r = section.first; r < section.second; ++r)
-      if (grid.Text(r, col) == text) return r;
-    return -1;
+  // A figure of the row of the section named so, a contrast by its name and
+  // any other row by its source.
+  std::string Of(const Rows& section, const std::string& name, int figure) const {
+    for (int col : {NAME, SOURCE})
+      for (int r = section.first; r < section.second; ++r)
+        if (grid.Text(r, col) == name) return grid.Text(r, figure);
+    return "(no row " + name + ")";
   }
 
-  // The figures of a row against those of a least-squares term.
-  void ExpectTerm(int row, const LeastSquares& ls, const std::string& term, bool withF = true) const {
-    ASSERT_GE(row, 0) << term;
-    EXPECT_TRUE(Agrees(grid.Text(row, SS), ls.ss.at(term))) << term;
-    EXPECT_EQ(grid.Text(row, DF), std::to_string(ls.df.at(term))) << term;
-    EXPECT_TRUE(Agrees(grid.Text(row, MS), ls.MS(term))) << term;
-    if (withF) {
-      EXPECT_TRUE(Agrees(grid.Text(row, F), ls.F(term))) << term;
+  // A table against least squares: a row for each term of the fit, named
+  // as the term, with an F unless the term is untested; the error row and
+  // the total.
+  void ExpectTable(const Rows& section, const Fit& fit, const char* errorTag,
+                   const std::set<std::string>& untested = {}) const {
+    auto expect = [&](const std::string& name, const Figures& x, double ms, double f) {
+      EXPECT_TRUE(Agrees(Of(section, name, SS), x.ss)) << name;
+      EXPECT_EQ(Of(section, name, DF), std::to_string(x.df)) << name;
+      EXPECT_TRUE(Agrees(Of(section, name, MS), ms)) << name;
+      EXPECT_TRUE(Agrees(Of(section, name, F), f)) << name;
+    };
+    double errorMS = fit.error.ss / fit.error.df;
+    for (const auto& [name, x] : fit.terms)
+      expect(name, x, x.ss / x.df, untested.count(name) ? NONE : x.ss / x.df / errorMS);
+    expect(GetText(errorTag), fit.error, errorMS, NONE);
+    expect(total, fit.total, NONE, NONE);
+  }
+  // The effects of a two-level design: the average where the product of
+  // the signs is + less the average where it is -, each half of the data.
+  void ExpectEffects(const Rows& section, const std::vector<std::string>& names) const {
+    for (const auto& [name, columns] : Products(obs, names, Signs)) {
+      double sum = std::inner_product(y.begin(), y.end(), columns[0].begin(), 0.0);
+      EXPECT_TRUE(Agrees(Of(section, name, EFFECT), 2 * sum / static_cast<double>(y.size()))) << name;
     }
-  }
-  void ExpectError(int row, const LeastSquares& ls) const {
-    ASSERT_GE(row, 0);
-    EXPECT_TRUE(Agrees(grid.Text(row, SS), ls.errorSS));
-    EXPECT_EQ(grid.Text(row, DF), std::to_string(ls.errorDF));
-    EXPECT_TRUE(Agrees(grid.Text(row, MS), ls.ErrorMS()));
-    EXPECT_EQ(grid.Text(row, F), "");
-  }
-  void ExpectTotal(int row, const LeastSquares& ls) const {
-    ASSERT_GE(row, 0);
-    EXPECT_TRUE(Agrees(grid.Text(row, SS), ls.totalSS));
-    EXPECT_EQ(grid.Text(row, DF), std::to_string(ls.totalDF));
-    EXPECT_EQ(grid.Text(row, MS), "");
   }
   // The one-way table: the runs as one classification against the error
   // within them.
   void ExpectOneWay() const {
-    auto oneWay = Section("1WANOVA");
-    LeastSquares ls(Responses(obs), {{"runs", Cells(obs)}});
-    ExpectTerm(Row(oneWay, SOURCE, GetText("Between")), ls, "runs");
-    ExpectError(Row(oneWay, SOURCE, GetText("WithinE")), ls);
-    ExpectTotal(Row(oneWay, SOURCE, GetText("TOTAL")), ls);
+    ExpectTable(Section("1WANOVA"), Fit(y, {{GetText("Between"), Classes(obs)}}), "WithinE");
+  }
+  // A book's figures agree when they are the report's rounded to the places
+  // printed, give or take a thousandth for the book's own rounding.
+  void ExpectBook(const Rows& section, const std::vector<Printed>& figures) const {
+    for (const auto& [name, col, book] : figures) {
+      std::size_t point = book.find('.');
+      double x = std::stod(book);
+      double places = point == std::string::npos ? 0 : static_cast<double>(book.size() - point - 1);
+      EXPECT_TRUE(Near(Of(section, name, col), x, 0.5 * std::pow(10.0, -places) + 1e-3 * std::fabs(x))) << name;
+    }
   }
 
   test::ScopedUi ui;
   std::unique_ptr<Problem> problem;
   Statistics stats;
   Grid grid;
-  std::vector<Observation> obs;
+  Levels obs;
+  Column y;
+  std::string total, error;  // the sources of two rows
 };
 
 // ---------------------------------------------------------------------------
@@ -291,191 +242,107 @@ class AnovaTextbookTest : public ::testing::Test {
 // interaction with it are pooled as error, which is the book's analysis of
 // the design projected into a replicated 2^3 in A, C and D.
 TEST_F(AnovaTextbookTest, FiltrationRateWithPressurePooledMatchesTheModelInACD) {
-  Study& s = Draw("FiltrationRate");
-  ASSERT_EQ(obs.size(), 16u);
+  Draw("FiltrationRate");
   const std::vector<std::string> kept = {"A", "C", "D", "AC", "AD", "CD", "ACD"};
-  std::vector<Term> terms;
-  for (const std::string& name : kept) terms.push_back(TwoLevelTerm(obs, name));
-  LeastSquares ls(Responses(obs), terms);
-  ASSERT_EQ(ls.errorDF, 8);
-
-  auto table = Section("SdofANOVA");
-  for (const std::string& name : kept) {
-    int row = Row(table, NAME, name);
-    ExpectTerm(row, ls, name);
-    EXPECT_TRUE(Agrees(grid.Text(row, EFFECT), Effect(obs, name))) << name;
-  }
-  for (const Contrast& c : s.Contrasts)
+  Fit fit(y, Products(obs, kept, Signs));
+  ASSERT_EQ(fit.error.df, 8);
+  Rows table = Section("SdofANOVA");
+  ExpectTable(table, fit, "Pooled");
+  ExpectEffects(table, kept);
+  for (const Contrast& c : problem->Studies(1).Contrasts)
     if (c.bPooled) {
-      EXPECT_EQ(Row(table, NAME, c.sName), -1) << c.sName;
+      EXPECT_EQ(Of(table, c.sName, NAME), "(no row " + c.sName + ")");
     }
-  ExpectError(Row(table, SOURCE, GetText("Pooled")), ls);
-  ExpectTotal(Row(table, SOURCE, GetText("TOTAL")), ls);
   EXPECT_EQ(Section("1WANOVA").first, grid.Rows());  // one replicate: no one-way table
 
-  // The book's effect estimates and its table of A, C and D.
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "A"), EFFECT), 21.625, 3));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "AC"), EFFECT), -18.125, 3));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "AD"), EFFECT), 16.625, 3));
-  for (auto [name, ss] : {std::pair{"A", 1870.56}, {"C", 390.06}, {"D", 855.56}, {"AC", 1314.06}, {"AD", 1105.56},
-                          {"CD", 5.06}, {"ACD", 10.56}})
-    EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, name), SS), ss, 2)) << name;
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "A"), F), 83.36, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, SOURCE, GetText("Pooled")), MS), 22.44, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, SOURCE, GetText("TOTAL")), SS), 5730.94, 2));
-  // At 5 per cent the five terms of the book's model are significant, CD and ACD not.
-  for (const char* name : {"A", "C", "D", "AC", "AD"}) EXPECT_EQ(grid.Text(Row(table, NAME, name), STAR), "*");
-  for (const char* name : {"CD", "ACD"}) EXPECT_EQ(grid.Text(Row(table, NAME, name), STAR), "");
+  // The book's table of A, C and D; at 5 per cent the five terms of its
+  // model are significant, CD and ACD not.
+  ExpectBook(table, {{"A", SS, "1870.56"}, {"A", EFFECT, "21.625"}, {GetText("Pooled"), MS, "22.44"},
+                     {total, SS, "5730.94"}});
+  for (const char* name : {"A", "C", "D", "AC", "AD"}) EXPECT_EQ(Of(table, name, STAR), "*") << name;
+  for (const char* name : {"CD", "ACD"}) EXPECT_EQ(Of(table, name, STAR), "") << name;
 }
 
 // Montgomery, Example 6.1: the plasma etch 2^3 in gap (A), C2F6 flow (B) and
 // power (C), two replicates; the error is the variation within runs.
 TEST_F(AnovaTextbookTest, EtchRateReplicatedTwoCubedMatchesTheFullModel) {
   Draw("EtchRate");
-  ASSERT_EQ(obs.size(), 16u);
   const std::vector<std::string> names = {"A", "B", "C", "AB", "AC", "BC", "ABC"};
-  std::vector<Term> terms;
-  for (const std::string& name : names) terms.push_back(TwoLevelTerm(obs, name));
-  LeastSquares ls(Responses(obs), terms);
-  ASSERT_EQ(ls.errorDF, 8);
-
-  auto table = Section("SdofANOVA");
-  for (const std::string& name : names) {
-    int row = Row(table, NAME, name);
-    ExpectTerm(row, ls, name);
-    EXPECT_TRUE(Agrees(grid.Text(row, EFFECT), Effect(obs, name))) << name;
-  }
-  ExpectError(Row(table, SOURCE, GetText("WithinE")), ls);
-  ExpectTotal(Row(table, SOURCE, GetText("TOTAL")), ls);
+  Fit fit(y, Products(obs, names, Signs));
+  ASSERT_EQ(fit.error.df, 8);
+  Rows table = Section("SdofANOVA");
+  ExpectTable(table, fit, "WithinE");
+  ExpectEffects(table, names);
   ExpectOneWay();
 
   // The book's analysis of variance of the etch rate.
-  for (auto [name, ss, f] : {std::tuple{"A", 41310.5625, 18.34}, {"B", 217.5625, 0.10}, {"C", 374850.0625, 166.41},
-                             {"AB", 2475.0625, 1.10}, {"AC", 94402.5625, 41.91}, {"BC", 18.0625, 0.01},
-                             {"ABC", 126.5625, 0.06}}) {
-    int row = Row(table, NAME, name);
-    EXPECT_TRUE(AsPrinted(grid.Text(row, SS), ss, 4)) << name;
-    EXPECT_TRUE(AsPrinted(grid.Text(row, F), f, 2)) << name;
-  }
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, SOURCE, GetText("WithinE")), SS), 18020.50, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, SOURCE, GetText("WithinE")), MS), 2252.56, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, SOURCE, GetText("TOTAL")), SS), 531420.9375, 4));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "A"), EFFECT), -101.625, 3));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(table, NAME, "C"), EFFECT), 306.125, 3));
+  ExpectBook(table, {{"C", SS, "374850.0625"}, {"C", F, "166.41"}, {"C", EFFECT, "306.125"},
+                     {GetText("WithinE"), SS, "18020.50"}, {total, SS, "531420.9375"}});
 }
 
 // Box and Cox (1964), and Box, Hunter and Hunter, Statistics for
 // Experimenters: survival times of animals under three poisons and four
 // treatments, four animals to a combination. The table by factor is the
 // classical two-way analysis; the single-degree-of-freedom rows are the
-// orthogonal polynomial contrasts in the level numbers, made here by fitting
-// the powers of the level numbers in turn.
+// orthogonal polynomial contrasts in the level numbers.
 TEST_F(AnovaTextbookTest, PoisonsAndTreatmentsMatchTheTwoWayAnalysis) {
   Draw("PoisonSurvival");
-  ASSERT_EQ(obs.size(), 48u);
-  std::vector<double> y = Responses(obs);
-  std::vector<Column> poison = Indicators(obs, 1, 3), treatment = Indicators(obs, 2, 4);
-  LeastSquares ls(y, {{"Poison", poison}, {"Treatment", treatment}, {"P x T", Crossed(poison, treatment)}});
-  ASSERT_EQ(ls.errorDF, 36);
-
-  auto byFactor = Section("FacANOVA");
-  for (const char* term : {"Poison", "Treatment", "P x T"}) ExpectTerm(Row(byFactor, SOURCE, term), ls, term);
-  ExpectError(Row(byFactor, SOURCE, GetText("WithinE")), ls);
-  ExpectTotal(Row(byFactor, SOURCE, GetText("TOTAL")), ls);
+  // After both factors the runs as a classification add the interaction.
+  Fit fit(y, {{"Poison", Classes(obs, {1})}, {"Treatment", Classes(obs, {2})}, {"P x T", Classes(obs)}});
+  ASSERT_EQ(fit.error.df, 36);
+  Rows byFactor = Section("FacANOVA");
+  ExpectTable(byFactor, fit, "WithinE");
   ExpectOneWay();
-
   // The contrasts: A and B poison's linear and quadratic, C to E treatment's
-  // linear, quadratic and cubic, and their products.
-  const std::map<char, std::pair<int, int>> letters = {{'A', {1, 1}}, {'B', {1, 2}}, {'C', {2, 1}}, {'D', {2, 2}},
-                                                       {'E', {2, 3}}};
-  const std::vector<std::string> names = {"A", "B", "C", "D", "E", "AC", "AD", "AE", "BC", "BD", "BE"};
-  std::vector<Term> polynomial;
-  for (const std::string& name : names) {
-    // A power of a level number is fitted after the lower ones and the
-    // products below it, so what it adds is the orthogonal polynomial.
-    std::vector<std::pair<int, int>> powers;
-    for (char letter : name) powers.push_back(letters.at(letter));
-    polynomial.push_back({name, {Product(obs, powers)}});
-  }
-  LeastSquares contrasts(y, polynomial);
-  ASSERT_EQ(contrasts.errorDF, 36);
-  auto table = Section("SdofANOVA");
-  for (const std::string& name : names) ExpectTerm(Row(table, NAME, name), contrasts, name);
-  ExpectError(Row(table, SOURCE, GetText("WithinE")), contrasts);
-  ExpectTotal(Row(table, SOURCE, GetText("TOTAL")), contrasts);
+  // linear, quadratic and cubic, and their products. Fitted in order, a power
+  // of a level number after the lower ones and the products below it adds
+  // the orthogonal polynomial.
+  auto powers = [](char letter, const std::vector<int>& levels) {
+    return letter < 'C' ? std::pow(levels[0], letter - 'A' + 1) : std::pow(levels[1], letter - 'C' + 1);
+  };
+  Fit contrasts(y, Products(obs, {"A", "B", "C", "D", "E", "AC", "AD", "AE", "BC", "BD", "BE"}, powers));
+  ASSERT_EQ(contrasts.error.df, 36);
+  ExpectTable(Section("SdofANOVA"), contrasts, "WithinE");
 
   // The untransformed analysis as printed: poisons 1.033 on 2, treatments
   // 0.921 on 3, interaction 0.250 on 6, within 0.801 on 36; F 23.2, 13.8, 1.87.
-  for (auto [term, ss, f] : {std::tuple{"Poison", 1.033, 23.2}, {"Treatment", 0.921, 13.8}, {"P x T", 0.250, 1.87}}) {
-    int row = Row(byFactor, SOURCE, term);
-    EXPECT_TRUE(AsPrinted(grid.Text(row, SS), ss, 3)) << term;
-    EXPECT_TRUE(AsPrinted(grid.Text(row, F), f, f > 10 ? 1 : 2)) << term;
-  }
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(byFactor, SOURCE, GetText("WithinE")), SS), 0.801, 3));
-  EXPECT_EQ(grid.Text(Row(byFactor, SOURCE, "P x T"), STAR), "");  // the interaction is not significant
+  ExpectBook(byFactor, {{"Poison", SS, "1.033"}, {"P x T", F, "1.87"}, {GetText("WithinE"), SS, "0.801"}});
+  EXPECT_EQ(Of(byFactor, "P x T", STAR), "");  // the interaction is not significant
 }
 
 // Montgomery, Example 4.1: the vascular graft experiment, four extrusion
-// pressures in six batches of resin, batches as blocks.
+// pressures in six batches of resin, batches as blocks, which are not tested.
 TEST_F(AnovaTextbookTest, VascularGraftRandomisedBlockMatchesTreatmentsPlusBlocks) {
-  Study& s = Draw("VascularGraft");
-  ASSERT_EQ(obs.size(), 24u);
-  EXPECT_EQ(s.iDesFlag & (DES_BLOCKED | DES_SECOND_NOISE), DES_BLOCKED);
-  LeastSquares ls(Responses(obs), {{"treat", Indicators(obs, 1, 4)}, {"block", Indicators(obs, 2, 6)}});
-  ASSERT_EQ(ls.errorDF, 15);
-
-  auto all = Section("");
-  int treat = Row(all, SOURCE, "Extrusion pressure (" + GetText("Treatments") + ")");
-  int block = Row(all, SOURCE, "Resin batch (" + GetText("Blocks") + ")");
-  ExpectTerm(treat, ls, "treat");
-  ExpectTerm(block, ls, "block", false);
-  EXPECT_EQ(grid.Text(block, F), "");  // blocks are not tested
-  ExpectError(Row(all, SOURCE, GetText("Error")), ls);
-  ExpectTotal(Row(all, SOURCE, GetText("TOTAL")), ls);
+  Draw("VascularGraft");
+  std::string treat = "Extrusion pressure (" + GetText("Treatments") + ")",
+              block = "Resin batch (" + GetText("Blocks") + ")";
+  Fit fit(y, {{treat, Classes(obs, {1})}, {block, Classes(obs, {2})}});
+  ASSERT_EQ(fit.error.df, 15);
+  Rows all{1, grid.Rows()};
+  ExpectTable(all, fit, "Error", {block});
 
   // Table 4.4 of the book.
-  EXPECT_TRUE(AsPrinted(grid.Text(treat, SS), 178.17, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(treat, MS), 59.39, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(treat, F), 8.11, 2));
-  EXPECT_EQ(grid.Text(treat, STAR), "*");
-  EXPECT_TRUE(AsPrinted(grid.Text(block, SS), 192.25, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(all, SOURCE, GetText("Error")), SS), 109.89, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(all, SOURCE, GetText("Error")), MS), 7.33, 2));
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(all, SOURCE, GetText("TOTAL")), SS), 480.31, 2));
+  ExpectBook(all, {{treat, SS, "178.17"}, {treat, F, "8.11"}, {total, SS, "480.31"}});
+  EXPECT_EQ(Of(all, treat, STAR), "*");
 }
 
 // Montgomery, Example 4.3: the rocket propellant Latin square, five
 // formulations over five batches of raw material (rows) and five operators
 // (columns).
 TEST_F(AnovaTextbookTest, RocketPropellantLatinSquareMatchesThreeClassifications) {
-  Study& s = Draw("RocketPropellant");
-  ASSERT_EQ(obs.size(), 25u);
-  EXPECT_EQ(s.iDesFlag & (DES_BLOCKED | DES_SECOND_NOISE), DES_BLOCKED | DES_SECOND_NOISE);
-  LeastSquares ls(Responses(obs), {{"formulation", Indicators(obs, 1, 5)},
-                                   {"batch", Indicators(obs, 2, 5)},
-                                   {"operator", Indicators(obs, 3, 5)}});
-  ASSERT_EQ(ls.errorDF, 12);
-
-  auto all = Section("");
-  int formulation = Row(all, SOURCE, "Formulation (" + GetText("Treatments") + ")");
-  int batch = Row(all, SOURCE, "Batch (" + GetText("Blocks") + ")");
-  int op = Row(all, SOURCE, "Operator");
-  ExpectTerm(formulation, ls, "formulation");
-  ExpectTerm(batch, ls, "batch", false);
-  ExpectTerm(op, ls, "operator", false);
-  ExpectError(Row(all, SOURCE, GetText("Error")), ls);
-  ExpectTotal(Row(all, SOURCE, GetText("TOTAL")), ls);
+  Draw("RocketPropellant");
+  std::string formulation = "Formulation (" + GetText("Treatments") + ")", batch = "Batch (" + GetText("Blocks") + ")";
+  Fit fit(y, {{formulation, Classes(obs, {1})}, {batch, Classes(obs, {2})}, {"Operator", Classes(obs, {3})}});
+  ASSERT_EQ(fit.error.df, 12);
+  Rows all{1, grid.Rows()};
+  ExpectTable(all, fit, "Error", {batch, "Operator"});
 
   // Table 4.10 of the book: whole numbers throughout.
-  EXPECT_EQ(grid.Text(formulation, SS), "330");
-  EXPECT_EQ(grid.Text(formulation, MS), "82.5");
-  EXPECT_TRUE(AsPrinted(grid.Text(formulation, F), 7.73, 2));
-  EXPECT_EQ(grid.Text(formulation, STAR), "*");
-  EXPECT_EQ(grid.Text(batch, SS), "68");
-  EXPECT_EQ(grid.Text(op, SS), "150");
-  EXPECT_EQ(grid.Text(Row(all, SOURCE, GetText("Error")), SS), "128");
-  EXPECT_TRUE(AsPrinted(grid.Text(Row(all, SOURCE, GetText("Error")), MS), 10.67, 2));
-  EXPECT_EQ(grid.Text(Row(all, SOURCE, GetText("TOTAL")), SS), "676");
+  for (auto [name, ss] :
+       {std::pair{formulation, "330"}, {batch, "68"}, {"Operator", "150"}, {error, "128"}, {total, "676"}})
+    EXPECT_EQ(Of(all, name, SS), ss) << name;
+  ExpectBook(all, {{formulation, F, "7.73"}});
+  EXPECT_EQ(Of(all, formulation, STAR), "*");
 }
 
 }  // namespace
