@@ -28,22 +28,21 @@ class ANOVATest : public test::AnalysisFixture {
       if (c.sName == name) c.bPooled = true;
   }
   bool Draw(Study& s) { return DrawANOVA(s, stats, grid); }
-  // The row whose column col reads text, or -1.
-  int RowOf(int col, const std::string& text) const {
-    for (int r = 0; r < grid.Rows(); ++r)
+  // The row from `from` on whose column col reads text, or -1.
+  int RowOf(int col, const std::string& text, int from = 0) const {
+    for (int r = from; r < grid.Rows(); ++r)
       if (grid.Text(r, col) == text) return r;
     return -1;
   }
-  std::string At(int col, const std::string& name, int figure) const {
-    int row = RowOf(col, name);
-    return row < 0 ? "(no row " + name + ")" : grid.Text(row, figure);
+  std::string At(int col, const std::string& text, int figure, int from = 0) const {
+    int row = RowOf(col, text, from);
+    return row < 0 ? "(no row " + text + ")" : grid.Text(row, figure);
   }
   // Contrast rows are found by their name, the other rows by their source.
   std::string Of(const std::string& contrast, int figure) const { return At(0, contrast, figure); }
   std::string Tagged(const std::string& tag, int figure, int from = 0) const {
-    for (int r = from; r < grid.Rows(); ++r)
-      if (grid.Text(r, 1) == GetText(tag)) return grid.Text(r, figure);
-    return "(no row " + tag + ")";
+    int row = RowOf(1, GetText(tag), from);
+    return row < 0 ? "(no row " + tag + ")" : grid.Text(row, figure);
   }
   bool AnyText(int col) const {
     for (int r = 1; r < grid.Rows(); ++r)
@@ -59,28 +58,34 @@ class ANOVATest : public test::AnalysisFixture {
 // A 22, B 10, C 10, AB 6, AC 2, BC 2, ABC 2 over 8 runs: SS = sum^2 / 8.
 const std::vector<std::vector<float>> UNREPLICATED = {{10}, {14}, {11}, {17}, {12}, {16}, {13}, {21}};
 
-TEST_F(ANOVATest, PoolingABInAnUnreplicatedTwoCubedGivesOneErrorDegree) {
+TEST_F(ANOVATest, AnUnreplicatedStudyHasAnErrorTermOnlyFromPooledContrasts) {
   Study& s = TwoLevel(3, 1);
   FillYates(s, UNREPLICATED);
+  ASSERT_TRUE(Draw(s));
+  // Nothing pooled and no centre points: no F anywhere, no error row.
+  for (int col : {5, 6, 8}) EXPECT_FALSE(AnyText(col)) << col;
+  EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
+  EXPECT_EQ(Tagged("TOTAL", 3), "7");
+  EXPECT_EQ(Tagged("Pooled", 2), "(no row Pooled)");
+  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
+
+  // AB pooled: one error degree of freedom.
   Pool(s, "AB");
   ASSERT_TRUE(Draw(s));
-  EXPECT_EQ(grid.Text(0, 0), "Contrast");
   EXPECT_EQ(grid.Text(0, 9), "% SS");
   EXPECT_EQ(RowOf(0, "AB"), -1);
   EXPECT_EQ(Of("A", 2), "60.5");
   EXPECT_EQ(Of("A", 3), "1");
-  EXPECT_EQ(Of("A", 7), "5.5");     // effect: 2 * 22 / 8
-  EXPECT_EQ(Of("A", 5), "13.44");   // 60.5 / 4.5
-  EXPECT_EQ(Of("A", 6), "");        // F(0.90; 1, 1) is 39.86
+  EXPECT_EQ(Of("A", 7), "5.5");    // effect: 2 * 22 / 8
+  EXPECT_EQ(Of("A", 5), "13.44");  // 60.5 / 4.5
+  EXPECT_EQ(Of("A", 6), "");       // F(0.90; 1, 1) is 39.86
   EXPECT_EQ(Of("A", 8), FormatP(3, 1 - FProbability(60.5f / 4.5f, 1, 1)));
-  EXPECT_EQ(Of("A", 9), "66.1");    // 100 * 60.5 / 91.5
-  EXPECT_EQ(Of("B", 1), s.GetContrastSource(2));
+  EXPECT_EQ(Of("A", 9), "66.1");  // 100 * 60.5 / 91.5
   EXPECT_EQ(Of("B", 1), "B (10 v 20)");
   EXPECT_EQ(Tagged("Pooled", 2), "4.5");
   EXPECT_EQ(Tagged("Pooled", 3), "1");
   EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
   EXPECT_EQ(Tagged("TOTAL", 3), "7");
-  EXPECT_EQ(RowOf(1, GetText("1WANOVA")), -1);
   EXPECT_NE(grid.Text(2, 0).find(GetText("RespAvgs") + " (Y)"), std::string::npos);
   EXPECT_EQ(s.Contrasts(4).fCSS, 4.5f);  // the pooled sums stay behind for the scree plot
 }
@@ -95,22 +100,7 @@ TEST_F(ANOVATest, ThreePooledContrastsMakeASignificantMainEffect) {
   int row = RowOf(0, "A");
   EXPECT_EQ(grid.Back(row, 5), gSettings.ANOVAHighlights);
   EXPECT_EQ(grid.Back(row, 6), gSettings.ANOVAHighlights);
-  EXPECT_EQ(Of("AB", 5), "9");
-  EXPECT_EQ(Of("AB", 6), "*");   // 9 > 5.54
   EXPECT_EQ(Tagged("Pooled", 3), "3");
-}
-
-TEST_F(ANOVATest, NothingPooledAndNoCentrePointsMeansNoFAnywhere) {
-  Study& s = TwoLevel(3, 1);
-  FillYates(s, UNREPLICATED);
-  ASSERT_TRUE(Draw(s));
-  EXPECT_FALSE(AnyText(5));
-  EXPECT_FALSE(AnyText(6));
-  EXPECT_FALSE(AnyText(8));
-  EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
-  EXPECT_EQ(Tagged("TOTAL", 3), "7");
-  EXPECT_EQ(Tagged("Pooled", 2), "(no row Pooled)");
-  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
 }
 
 // (1) 10 12, a 15 17, b 11 13, ab 20 and a missing observation: averages 11,
@@ -173,35 +163,22 @@ TEST_F(ANOVATest, StandardDeviationsAndMSDHaveNoErrorTerm) {
 }
 
 // A 3 x 2 crossing, two replicates: the two contrasts of the three-level
-// factor make one row with two degrees of freedom, and the table agrees with
-// the sums of squares of the level averages.
+// factor make one row with two degrees of freedom. (The sums of squares of
+// the table are checked against least squares on the poisons sample.)
 TEST_F(ANOVATest, TheTableByFactorGathersTheContrastsOfAFactor) {
   std::string a = AddFactor(3, 0, "Temp"), b = AddFactor(2, 0, "Time");
   Study& s = MakeStudy({a, b});
   ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
   s.iDesFlag = DES_FULLY_CROSSED;
   Ready(s, 2);
-  // Runs: (1,1) (1,2) (2,1) (2,2) (3,1) (3,2).
   Fill(s, {{5, 7}, {8, 6}, {9, 11}, {12, 14}, {4, 6}, {10, 12}});
   ASSERT_TRUE(Draw(s));
   int table = RowOf(0, GetText("FacANOVA"));
   ASSERT_GE(table, 0);
-  // Temp averages 6.5, 11.5, 8 about 8.6667, four observations each.
-  double ssTemp = 4 * (std::pow(6.5 - 26.0 / 3, 2) + std::pow(11.5 - 26.0 / 3, 2) + std::pow(8 - 26.0 / 3, 2));
-  // Time averages 7, 10.3333, six observations each.
-  double ssTime = 6 * (std::pow(7 - 26.0 / 3, 2) + std::pow(31.0 / 3 - 26.0 / 3, 2));
-  auto rowAfter = [&](const std::string& source) {
-    for (int r = table; r < grid.Rows(); ++r)
-      if (grid.Text(r, 1) == source) return r;
-    return -1;
-  };
-  int temp = rowAfter("Temp"), time = rowAfter("Time");
+  int temp = RowOf(1, "Temp", table);
   ASSERT_GE(temp, 0);
-  ASSERT_GE(time, 0);
   EXPECT_EQ(grid.Text(temp, 3), "2");
-  EXPECT_EQ(grid.Text(time, 3), "1");
-  EXPECT_EQ(grid.Text(temp, 2), FormatNumSF(static_cast<float>(ssTemp)));
-  EXPECT_EQ(grid.Text(time, 2), FormatNumSF(static_cast<float>(ssTime)));
+  EXPECT_EQ(At(1, "Time", 3, table), "1");
   EXPECT_EQ(grid.Text(temp + 2, 3), "2");  // the interaction, under its common source
   // Not shown once an observation is missing, though the contrasts are.
   s.SetData(1, 2, 2, MISSING_VALUE);
@@ -238,33 +215,17 @@ class BlockedANOVATest : public ANOVATest {
   }
 };
 
-// Three treatments in three blocks: runs (t, b) with t slowest.
+// The sums of squares of the blocked and Latin-square tables are checked
+// against least squares on the vascular graft and rocket propellant samples;
+// here the degrees of freedom, and what is tested.
 TEST_F(BlockedANOVATest, ARandomisedBlockTestsTreatmentsOnly) {
   Study& s = Blocked(3, 3, "Catalyst", "Batch");
-  // Treatment totals 30, 39, 48; block totals 36, 39, 42; grand 117.
-  std::vector<std::vector<float>> y(9);
-  const float table[3][3] = {{9, 10, 11}, {12, 13, 14}, {15, 16, 17}};
-  for (int run = 1; run <= 9; ++run)
-    y[static_cast<std::size_t>(run - 1)] = {table[s.GetTreatmentLevel(1, run) - 1][s.GetTreatmentLevel(2, run) - 1]};
-  Fill(s, y);
-  y[4][0] += 1;  // (2, 2) one up: error is no longer 0
-  Fill(s, y);
+  Fill(s, {{9}, {10}, {11}, {12}, {14}, {14}, {15}, {16}, {17}});
   ASSERT_TRUE(Draw(s));
-  EXPECT_EQ(grid.Text(0, 1), "Source");
   EXPECT_EQ(grid.Text(0, 7), "p");
-  // CF = 118^2 / 9; treatments 30, 40, 48; blocks 36, 40, 42.
-  double cf = 118.0 * 118 / 9;
-  double total = 0;
-  for (auto& r : y) total += r[0] * r[0];
-  total -= cf;
-  double treat = (30.0 * 30 + 40 * 40 + 48 * 48) / 3 - cf, block = (36.0 * 36 + 40 * 40 + 42 * 42) / 3 - cf;
-  double error = total - treat - block;
   std::string treatments = "Catalyst (" + GetText("Treatments") + ")";
-  EXPECT_EQ(At(1, treatments, 2), FormatSF(4, static_cast<float>(treat)));
   EXPECT_EQ(At(1, treatments, 3), "2");
-  // The error is a small difference of 32-bit sums: F is good to about 1e-3.
-  EXPECT_NEAR(std::stod(At(1, treatments, 5)), (treat / 2) / (error / 4), 0.25);
-  EXPECT_EQ(At(1, "Batch (" + GetText("Blocks") + ")", 2), FormatSF(4, static_cast<float>(block)));
+  EXPECT_NE(At(1, treatments, 5), "");
   EXPECT_EQ(At(1, "Batch (" + GetText("Blocks") + ")", 5), "");  // blocks are not tested
   EXPECT_EQ(At(1, GetText("Error"), 3), "4");
   EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
@@ -287,12 +248,6 @@ TEST_F(BlockedANOVATest, ALatinSquareOfSideThreeHasTwoErrorDegrees) {
   EXPECT_EQ(At(1, GetText("Error"), 3), "2");
   EXPECT_EQ(At(1, "Day", 3), "2");
   EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
-  // The four sums of squares add up to the total.
-  float sum = 0;
-  for (const std::string& source : {"Method (" + GetText("Treatments") + ")", "Operator (" + GetText("Blocks") + ")",
-                                    std::string("Day"), GetText("Error")})
-    sum += static_cast<float>(std::stod(At(1, source, 2)));
-  EXPECT_NEAR(sum, std::stof(At(1, GetText("TOTAL"), 2)), 0.01f);
 }
 
 TEST_F(BlockedANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
