@@ -9,11 +9,13 @@
 namespace kestrow {
 namespace {
 
-using test::Sample;
-using test::ScopedUi;
-
 class AvailabilityTest : public ::testing::Test {
  protected:
+  // The first study of a sample.
+  Study& Load(const std::string& sample = "PlasmaEtch") {
+    problem = test::Sample(sample);
+    return problem->Studies(1);
+  }
   std::string Reason(Study& s, int code) {
     stats.Compute(s);
     return AnalysisUnavailableReason(s, stats, code);
@@ -22,38 +24,27 @@ class AvailabilityTest : public ::testing::Test {
     stats.Compute(s);
     return IsAnalysisSetUp(s, stats, code);
   }
-  ScopedUi ui;
+  test::ScopedUi ui;
+  std::unique_ptr<Problem> problem;
   Statistics stats;
 };
 
-void WipeData(Study& s) {
-  for (int rv = 1; rv <= s.StudyRespVars.Count(); ++rv)
-    for (int run = 1; run <= s.iNumRuns; ++run)
-      for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(rv, run, rep, MISSING_VALUE);
-}
-
 TEST_F(AvailabilityTest, ACompleteStudyCanRunTheAnalysesOfItsData) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+  Study& s = Load();
   for (int code : {1, 2, 3, 4, 5, 6, 7, 8, 15}) EXPECT_EQ(Reason(s, code), "") << code;
-  EXPECT_EQ(Reason(s, 9), "You must setup the Regression Equation first");
-  EXPECT_EQ(Reason(s, 10), "You must compute a Regression Equation first");
-  EXPECT_EQ(Reason(s, 14), "You must compute a Regression Equation first");
-  EXPECT_EQ(Reason(s, 13), "Before you can perform this analysis you need to setup the ANOVA parameters");
 }
 
 TEST_F(AvailabilityTest, NoDataRefusesWithTheDataReasonAndANOMFirstWithItsOwn) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
-  WipeData(s);
+  Study& s = Load();
+  for (int rv = 1; rv <= s.StudyRespVars.Count(); ++rv)
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(rv, run, rep, MISSING_VALUE);
   EXPECT_EQ(Reason(s, 1), "Cannot perform ANOM without a complete data set");
   for (int code : {4, 5, 6, 7, 15, 10}) EXPECT_EQ(Reason(s, code), "There is no data - cannot perform this analysis") << code;
-  EXPECT_EQ(Reason(s, 2), "At least one full replication is missing - cannot perform ANOVA");
 }
 
 TEST_F(AvailabilityTest, AMissingCellStopsANOMButNotANOVAWhileEveryRunHasAValue) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+  Study& s = Load();
   s.SetData(1, 3, 2, MISSING_VALUE);
   EXPECT_EQ(Reason(s, 1), "Cannot perform ANOM without a complete data set");
   EXPECT_EQ(Reason(s, 2), "");
@@ -62,20 +53,18 @@ TEST_F(AvailabilityTest, AMissingCellStopsANOMButNotANOVAWhileEveryRunHasAValue)
 }
 
 TEST_F(AvailabilityTest, CentralCompositeDesignsRefuseTheDesignBoundPlots) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+  Study& s = Load();
   s.iDesFlag |= DES_CODED;
   for (int code : {1, 4, 5, 6}) EXPECT_EQ(Reason(s, code), "Analysis is not available for Central Composite Designs");
 }
 
 TEST_F(AvailabilityTest, RegressionNeedsAQuantitativeFactor) {
-  auto p = Sample("SupplierQualification");  // one discrete factor
-  EXPECT_EQ(Reason(p->Studies(1), 7), "There are no quantitative factors - cannot perform regression");
+  EXPECT_EQ(Reason(Load("SupplierQualification"), 7),  // one discrete factor
+            "There are no quantitative factors - cannot perform regression");
 }
 
 TEST_F(AvailabilityTest, PairwiseNeedsBalanceAndMoreThanOneReplication) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+  Study& s = Load();
   s.SetData(1, 2, 1, MISSING_VALUE);
   EXPECT_EQ(Reason(s, 8), "Cannot perform a Pairwise Comparison when the study is unbalanced");
   s.iReps = 1;
@@ -86,19 +75,21 @@ TEST_F(AvailabilityTest, PairwiseNeedsBalanceAndMoreThanOneReplication) {
   EXPECT_EQ(Reason(s, 3), "");  // a blocked design is not asked
 }
 
-TEST_F(AvailabilityTest, SurfacesNeedATermsAndTwoFactors) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+TEST_F(AvailabilityTest, SurfacesNeedARegressionOfTwoFactorsAndTheCalculatorOne) {
+  Study& s = Load();
+  EXPECT_EQ(Reason(s, 9), "You must setup the Regression Equation first");
+  EXPECT_EQ(Reason(s, 10), "You must compute a Regression Equation first");
+  EXPECT_EQ(Reason(s, 14), "You must compute a Regression Equation first");
   s.REGRESS_Rterms.Add(Rterm{"1", 1, 1});
   EXPECT_EQ(Reason(s, 11), "You need at least two factors to use this analysis");
+  EXPECT_EQ(Reason(s, 14), "");
   s.REGRESS_Rterms.Add(Rterm{"2", 1, 1});
   EXPECT_EQ(Reason(s, 11), "");
-  EXPECT_EQ(Reason(s, 14), "");
 }
 
-TEST_F(AvailabilityTest, ScreeNeedsThreeContrasts) {
-  auto p = Sample("PlasmaEtch");
-  Study& s = p->Studies(1);
+TEST_F(AvailabilityTest, ScreeNeedsTheANOVASettingsAndThreeContrasts) {
+  Study& s = Load();
+  EXPECT_EQ(Reason(s, 13), "Before you can perform this analysis you need to setup the ANOVA parameters");
   s.ANOVA_sRVkey = "v1";
   EXPECT_EQ(Reason(s, 13), "");
   while (s.Contrasts.Count() > 2) s.Contrasts.Remove(s.Contrasts.Count());
@@ -106,8 +97,7 @@ TEST_F(AvailabilityTest, ScreeNeedsThreeContrasts) {
 }
 
 TEST_F(AvailabilityTest, SetUpFollowsTheStoredSettingsOfEachAnalysis) {
-  auto p = Sample("CatalystTrial");
-  Study& s = p->Studies(1);
+  Study& s = Load("CatalystTrial");
   EXPECT_TRUE(IsSetUp(s, 2));  // the sample stores Yield, whose every run has a value
   s.ANOVA_sRVkey = "";
   EXPECT_FALSE(IsSetUp(s, 2));
