@@ -3,13 +3,10 @@
 // the refusals of a study that is not set up and of bad usage.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cstdio>
-#include <cstdlib>
 #include <functional>
-#include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "analyses/ANOVA.h"
@@ -22,50 +19,7 @@
 namespace kestrow {
 namespace {
 
-using test::TempDir;
-
-struct Result {
-  int code;
-  std::string out;
-  std::string err;
-};
-
 std::string Sampdata(const std::string& name) { return std::string(KESTROW_SAMPDATA) + "/" + name + ".KSW"; }
-
-class AnalyseCliTest : public ::testing::Test {
- protected:
-  void SetUp() override { OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English"); }
-  void TearDown() override { CloseLanguage(); }
-
-  // The settings folder is a fresh one, so the colours are the defaults.
-  Result Cli(const std::string& args) const {
-    std::string command = "KESTROW_CONFIG_DIR=" + dir.str() + " " + KESTROW_CLI + " " + args + " >" +
-                          dir / "out.txt" + " 2>" + dir / "err.txt";
-    int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, test::ReadFile(dir / "out.txt"),
-            test::ReadFile(dir / "err.txt")};
-  }
-  // The report of a sample's study as the program draws it.
-  Grid Report(const std::string& sample) {
-    auto problem = test::Sample(sample);
-    Statistics stats;
-    Grid grid;
-    EXPECT_TRUE(DrawANOVA(problem->Studies(1), stats, grid)) << sample;
-    return grid;
-  }
-  // A sample changed by edit, saved where the command can read it.
-  std::string Changed(const std::string& sample, const std::function<void(Study&)>& edit) {
-    auto problem = test::Sample(sample);
-    edit(problem->Studies(1));
-    std::string path = dir / (sample + "-" + std::to_string(++changes) + ".KSW");
-    EXPECT_TRUE(problem->Save(path));
-    return path;
-  }
-
-  test::ScopedUi ui;
-  TempDir dir;
-  int changes = 0;
-};
 
 // A colour held as 0x00BBGGRR, as "#RRGGBB".
 std::string Hex(Colour c) {
@@ -74,98 +28,84 @@ std::string Hex(Colour c) {
   return text;
 }
 
-TEST_F(AnalyseCliTest, TheJsonHoldsTheReportsTextsAndColoursInThreeGridsOfOneShape) {
-  // A report with all three tables, and a Latin square with its own table.
-  for (const char* sample : {"PoisonSurvival", "RocketPropellant"}) {
-    Result r = Cli(std::string("analyse ") + Sampdata(sample) + " --study s1 --code 2");
-    ASSERT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(r.err, "");
-    JsonValue doc;
-    std::string error;
-    ASSERT_TRUE(ParseJson(r.out, doc, error)) << error;
-    const JsonValue* rows = doc.Member("rows");
-    const JsonValue* back = doc.Member("back");
-    const JsonValue* fore = doc.Member("fore");
-    ASSERT_TRUE(rows && back && fore);
-    Grid grid = Report(sample);
-    ASSERT_EQ(rows->items.size(), static_cast<std::size_t>(grid.Rows())) << sample;
-    ASSERT_EQ(back->items.size(), rows->items.size());
-    ASSERT_EQ(fore->items.size(), rows->items.size());
-    int highlighted = 0;
-    for (int row = 0; row < grid.Rows(); ++row) {
-      const auto& texts = rows->items[static_cast<std::size_t>(row)].items;
-      const auto& backs = back->items[static_cast<std::size_t>(row)].items;
-      const auto& fores = fore->items[static_cast<std::size_t>(row)].items;
-      ASSERT_EQ(texts.size(), static_cast<std::size_t>(grid.Cols())) << sample << " row " << row;
-      ASSERT_EQ(backs.size(), texts.size());
-      ASSERT_EQ(fores.size(), texts.size());
-      for (int col = 0; col < grid.Cols(); ++col) {
-        auto at = static_cast<std::size_t>(col);
-        EXPECT_EQ(texts[at].text, grid.Text(row, col)) << sample << " " << row << "," << col;
-        EXPECT_EQ(backs[at].text, Hex(grid.Back(row, col))) << sample << " " << row << "," << col;
-        EXPECT_EQ(fores[at].text, Hex(grid.Fore(row, col))) << sample << " " << row << "," << col;
-        highlighted += backs[at].text == "#FFFF00";  // the default highlight of a significant F
-      }
-    }
-    EXPECT_GT(highlighted, 0) << sample;
+class AnalyseCliTest : public ::testing::Test {
+ protected:
+  void SetUp() override { OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English"); }
+  void TearDown() override { CloseLanguage(); }
+
+  // The report of a sample's study as the program draws it.
+  Grid Report(const std::string& sample) {
+    auto problem = test::Sample(sample);
+    Statistics stats;
+    Grid grid;
+    EXPECT_TRUE(DrawANOVA(problem->Studies(1), stats, grid)) << sample;
+    return grid;
   }
+
+  test::ScopedUi ui;
+  test::TempDir dir;
+};
+
+// A report with all three tables: each of the grids of the JSON has the
+// report's shape and holds its texts, backgrounds and foregrounds.
+TEST_F(AnalyseCliTest, TheJsonHoldsTheReportsTextsAndColoursInThreeGridsOfOneShape) {
+  test::CliResult r = test::RunCli(dir, "analyse " + Sampdata("PoisonSurvival") + " --study s1 --code 2");
+  ASSERT_EQ(r.code, 0) << r.err;
+  EXPECT_EQ(r.err, "");
+  JsonValue doc;
+  std::string error;
+  ASSERT_TRUE(ParseJson(r.out, doc, error)) << error;
+  Grid grid = Report("PoisonSurvival");
+  auto expect = [&](const char* member, const std::function<std::string(int, int)>& cell) {
+    const JsonValue* rows = doc.Member(member);
+    ASSERT_TRUE(rows) << member;
+    ASSERT_EQ(rows->items.size(), static_cast<std::size_t>(grid.Rows())) << member;
+    for (int row = 0; row < grid.Rows(); ++row) {
+      const auto& cells = rows->items[static_cast<std::size_t>(row)].items;
+      ASSERT_EQ(cells.size(), static_cast<std::size_t>(grid.Cols())) << member << " row " << row;
+      for (int col = 0; col < grid.Cols(); ++col)
+        EXPECT_EQ(cells[static_cast<std::size_t>(col)].text, cell(row, col)) << member << " " << row << "," << col;
+    }
+  };
+  expect("rows", [&](int row, int col) { return grid.Text(row, col); });
+  int highlighted = 0;  // cells in the default highlight of a significant F
+  expect("back", [&](int row, int col) {
+    highlighted += Hex(grid.Back(row, col)) == "#FFFF00";
+    return Hex(grid.Back(row, col));
+  });
+  expect("fore", [&](int row, int col) { return Hex(grid.Fore(row, col)); });
+  EXPECT_GT(highlighted, 0);
 }
 
 TEST_F(AnalyseCliTest, TsvPrintsARowALineWithItsCellsJoinedByTabs) {
-  Result r = Cli("analyse " + Sampdata("FiltrationRate") + " --study s1 --code 2 --tsv");
+  test::CliResult r = test::RunCli(dir, "analyse " + Sampdata("FiltrationRate") + " --study s1 --code 2 --tsv");
   ASSERT_EQ(r.code, 0) << r.err;
   Grid grid = Report("FiltrationRate");
-  std::istringstream in(r.out);
-  int row = 0;
-  for (std::string line; std::getline(in, line); ++row) {
-    ASSERT_LT(row, grid.Rows());
-    std::string expected;
-    for (int col = 0; col < grid.Cols(); ++col) expected += (col ? "\t" : "") + grid.Text(row, col);
-    EXPECT_EQ(line, expected) << "row " << row;
-  }
-  EXPECT_EQ(row, grid.Rows());
-  EXPECT_EQ(r.out.back(), '\n');
+  std::string expected;
+  for (int row = 0; row < grid.Rows(); ++row)
+    for (int col = 0; col < grid.Cols(); ++col) expected += grid.Text(row, col) + (col + 1 < grid.Cols() ? "\t" : "\n");
+  EXPECT_EQ(r.out, expected);
   EXPECT_NE(r.out.find("\tPooled (error)\t179.5\t8\t22.44\t"), std::string::npos);
 }
 
-// A study whose analysis is not set up, or cannot be done, is refused with
-// exit code 1 and a message, and prints nothing.
-TEST_F(AnalyseCliTest, AStudyWithoutUsableSettingsOrDataIsRefused) {
-  struct Case {
-    std::string file, expect;
-  };
-  std::vector<Case> cases = {
-      {Sampdata("PlasmaEtch"), "has no settings yet"},  // no response chosen for the analysis
-      {Changed("EtchRate", [](Study& s) { s.ANOVA_fAlpha = 0; }), "has no settings yet"},
-      {Changed("EtchRate", [](Study& s) { s.ANOVA_sRVkey = "v9"; }), "has no settings yet"},
-      {Changed("EtchRate",
-               [](Study& s) {
-                 for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(1, 3, rep, MISSING_VALUE);
-               }),
-       "At least one full replication is missing"},
-  };
-  for (const Case& c : cases) {
-    Result r = Cli("analyse " + c.file + " --study s1 --code 2");
-    EXPECT_EQ(r.code, 1) << c.file;
-    EXPECT_EQ(r.out, "") << c.file;
-    EXPECT_NE(r.err.find(c.expect), std::string::npos) << c.file << ": " << r.err;
-  }
-  Result r = Cli("analyse " + Sampdata("EtchRate") + " --study s9 --code 2");
-  EXPECT_EQ(r.code, 1);
-  EXPECT_NE(r.err.find("no study with the key s9"), std::string::npos) << r.err;
-}
-
-TEST_F(AnalyseCliTest, BadUsageExitsTwo) {
-  std::string file = Sampdata("EtchRate");
-  const std::vector<std::string> usages = {
-      "analyse " + file + " --study s1 --code two", "analyse " + file + " --study s1 --code 2.5",
-      "analyse " + file + " --code 2",              "analyse " + file + " --study s1",
-      "analyse --study s1 --code 2",                "analyse " + file + " --study s1 --code 2 --png x"};
-  for (const std::string& args : usages) {
-    Result r = Cli(args);
-    EXPECT_EQ(r.code, 2) << args;
-    EXPECT_EQ(r.out, "") << args;
-    EXPECT_NE(r.err.find("usage: kestrow-cli"), std::string::npos) << args;
+// A study whose analysis is not set up or cannot be done exits 1; bad usage
+// exits 2. Either prints nothing and says why. (A missing study and an
+// unknown option are refused as for every command: see the CLI tests.)
+TEST_F(AnalyseCliTest, RefusalsSayWhyWithTheirExitCode) {
+  auto problem = test::Sample("EtchRate");
+  for (int rep = 1; rep <= problem->Studies(1).iReps; ++rep) problem->Studies(1).SetData(1, 3, rep, MISSING_VALUE);
+  ASSERT_TRUE(problem->Save(dir / "run3missing.KSW"));
+  std::string etch = Sampdata("EtchRate");
+  for (auto [file, options, code, expect] : std::vector<std::tuple<std::string, std::string, int, std::string>>{
+           {Sampdata("PlasmaEtch"), "--study s1 --code 2", 1, "has no settings yet"},  // no response chosen
+           {dir / "run3missing.KSW", "--study s1 --code 2", 1, "At least one full replication is missing"},
+           {etch, "--study s1 --code two", 2, "usage: kestrow-cli"},
+           {etch, "--study s1 --code 2.5", 2, "usage: kestrow-cli"},
+           {etch, "--code 2", 2, "usage: kestrow-cli"}}) {
+    test::CliResult r = test::RunCli(dir, "analyse " + file + " " + options);
+    EXPECT_EQ(r.code, code) << options;
+    EXPECT_EQ(r.out, "") << options;
+    EXPECT_NE(r.err.find(expect), std::string::npos) << options << ": " << r.err;
   }
 }
 
