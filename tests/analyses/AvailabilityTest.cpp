@@ -99,8 +99,10 @@ TEST_F(AvailabilityTest, ScreeNeedsTheANOVASettingsAndThreeContrasts) {
 TEST_F(AvailabilityTest, SetUpFollowsTheStoredSettingsOfEachAnalysis) {
   Study& s = Load("CatalystTrial");
   EXPECT_TRUE(IsSetUp(s, 2));  // the sample stores Yield, whose every run has a value
-  s.ANOVA_sRVkey = "";
-  EXPECT_FALSE(IsSetUp(s, 2));
+  for (const char* key : {"", "v9"}) {  // none, and not a response of the study
+    s.ANOVA_sRVkey = key;
+    EXPECT_FALSE(IsSetUp(s, 2)) << key;
+  }
   s.ANOVA_sRVkey = "v1";
   s.ANOVA_fAlpha = 0;
   EXPECT_FALSE(IsSetUp(s, 2));
