@@ -86,6 +86,54 @@ inline std::string SavedBytes(Problem& p, const TempDir& dir, const std::string&
 
 }  // namespace kestrow::test
 
+// ---- The data grid of a sample study ----------------------------------------
+
+#include <utility>
+
+#include "core/Language.h"
+#include "data/DataGrid.h"
+
+namespace kestrow::test {
+
+// The first study of a sample problem, laid out in a data grid, with the
+// English texts open for the messages.
+class SampleGridFixture : public ::testing::Test {
+ protected:
+  explicit SampleGridFixture(std::string sample) : sample_(std::move(sample)) {}
+  void SetUp() override {
+    OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English");
+    problem = Sample(sample_);
+  }
+  void TearDown() override { CloseLanguage(); }
+  Study& study() { return problem->Studies(1); }
+  // Lays the grid out by the setting GridMode and loads the study's data.
+  void Show(int mode) {
+    gSettings.GridMode = static_cast<std::int16_t>(mode);
+    dg.FixUpDataGrid(study());
+    dg.LoadDataGrid(study());
+  }
+  // The row and column of a column response, run and replication.
+  std::pair<int, int> Cell(int rv, int run, int rep) const {
+    int row, col;
+    dg.CellOf(rv, run, rep, row, col);
+    return {row, col};
+  }
+  const std::string& TextAt(int rv, int run, int rep) const {
+    auto [row, col] = Cell(rv, run, rep);
+    return grid.Text(row, col);
+  }
+
+  ScopedUi ui;
+  std::unique_ptr<Problem> problem;
+  Grid grid;
+  DataGrid dg{grid};
+
+ private:
+  std::string sample_;
+};
+
+}  // namespace kestrow::test
+
 // ---- Problem files byte by byte ----------------------------------------------
 
 namespace kestrow::test {

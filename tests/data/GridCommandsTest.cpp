@@ -1,35 +1,22 @@
 // Copy, paste, clear, extrapolate and wipe on a study's data.
 #include <gtest/gtest.h>
 
-#include "core/Language.h"
 #include "core/TestSupport.h"
-#include "data/DataGrid.h"
 #include "data/GridCommands.h"
 
 namespace kestrow {
 namespace {
 
-using test::Sample;
-using test::ScopedUi;
-
-class GridCommandsTest : public ::testing::Test {
+// 8 runs x 2 replications, complete.
+class GridCommandsTest : public test::SampleGridFixture {
  protected:
-  void SetUp() override {
-    OpenLanguage(std::string(KESTROW_BIN) + "/KSTlang.MDB", "English");
-    gSettings.ClipAcknowledge = false;
-    problem = Sample("PlasmaEtch");  // 8 runs x 2 replications, complete
+  GridCommandsTest() : SampleGridFixture("PlasmaEtch") { gSettings.ClipAcknowledge = false; }
+  // The study with its first replication only.
+  Study& OneReplication() {
+    study().iReps = 1;
+    study().SetDataArrayPreserve();
+    return study();
   }
-  void TearDown() override { CloseLanguage(); }
-  Study& study() { return problem->Studies(1); }
-  void Show(int mode = 1) {
-    gSettings.GridMode = static_cast<std::int16_t>(mode);
-    dg.FixUpDataGrid(study());
-    dg.LoadDataGrid(study());
-  }
-  ScopedUi ui;
-  std::unique_ptr<Problem> problem;
-  Grid grid;
-  DataGrid dg{grid};
 };
 
 TEST_F(GridCommandsTest, CopyThenPasteOverTheSameStudyChangesNothing) {
@@ -73,8 +60,7 @@ TEST_F(GridCommandsTest, RaggedOrNarrowClipboardsChangeNothing) {
 
 TEST_F(GridCommandsTest, PasteToCursorStartsAtTheCellAndAsksBeforeRunningOver) {
   Show(1);
-  int row, col;
-  dg.CellOf(1, 7, 2, row, col);
+  auto [row, col] = Cell(1, 7, 2);
   EXPECT_FALSE(PasteToCursor(dg, grid, *problem, study(), "1\r\n2\r\n3\r\n", row, col));  // past the end: No
   EXPECT_TRUE(PasteToCursor(dg, grid, *problem, study(), "11\r\n12\r\n", row, col));
   dg.UnLoadDataGrid(study());
@@ -89,16 +75,13 @@ TEST_F(GridCommandsTest, ExtrapolationWithReplicationsUsesTheRunsAverage) {
   EXPECT_EQ(study().GetData(1, 4, 2), study().GetData(1, 4, 1));  // the only other value of the run
   EXPECT_TRUE(study().GetFlag(1, 4, 2) & CELL_EXTRAPOLATED);
   EXPECT_FALSE(study().GetFlag(1, 4, 1) & CELL_EXTRAPOLATED);
-  study().SetData(1, 5, 1, MISSING_VALUE);
-  study().SetData(1, 5, 2, MISSING_VALUE);
+  for (int rep : {1, 2}) study().SetData(1, 5, rep, MISSING_VALUE);  // no value left in the run
   EXPECT_FALSE(Extrapolate(*problem, study()));
   EXPECT_EQ(ui->messages.back().text, GetText("MNerr3"));
 }
 
 TEST_F(GridCommandsTest, ExtrapolationOfOneReplicationAddsTheLevelDeviations) {
-  Study& s = study();
-  s.iReps = 1;
-  s.SetDataArrayPreserve();
+  Study& s = OneReplication();
   s.SetData(1, 8, 1, MISSING_VALUE);
   // By hand: the grand mean of the seven values, plus for each factor the
   // mean of the values at run 8's level less the grand mean.
@@ -118,9 +101,7 @@ TEST_F(GridCommandsTest, ExtrapolationOfOneReplicationAddsTheLevelDeviations) {
 }
 
 TEST_F(GridCommandsTest, ALevelWithoutDataStopsTheEstimatesButKeepsThoseMade) {
-  Study& s = study();
-  s.iReps = 1;
-  s.SetDataArrayPreserve();
+  Study& s = OneReplication();
   s.SetData(1, 1, 1, MISSING_VALUE);
   for (int run = 5; run <= 8; ++run) s.SetData(1, run, 1, MISSING_VALUE);  // Power at 325: nothing
   EXPECT_FALSE(Extrapolate(*problem, s));
@@ -129,9 +110,12 @@ TEST_F(GridCommandsTest, ALevelWithoutDataStopsTheEstimatesButKeepsThoseMade) {
 }
 
 TEST_F(GridCommandsTest, CodedAndUnstructuredDesignsAreNotExtrapolated) {
-  study().iDesFlag |= DES_CODED;
-  EXPECT_FALSE(Extrapolate(*problem, study()));
-  EXPECT_EQ(ui->messages.back().text, GetText("MNerr1"));
+  for (int flag : {DES_CODED, DES_UNSTRUCTURED}) {
+    study().iDesFlag = static_cast<std::int16_t>(1 | flag);
+    ASSERT_FALSE(Extrapolate(*problem, study())) << flag;
+    EXPECT_EQ(ui->messages.back().text, GetText("MNerr1")) << flag;
+    ui->messages.clear();
+  }
 }
 
 TEST_F(GridCommandsTest, WipeRemovesTheEstimatesAfterAskingAndClearAsksToo) {
