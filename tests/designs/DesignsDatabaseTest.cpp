@@ -3,7 +3,6 @@
 // orthogonal contrasts of OrthoCon. Every property is recomputed here from the
 // stored words and numbers, without the generator's code.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <bit>
 #include <cstdint>
@@ -16,53 +15,40 @@
 #include <vector>
 
 #include "designs/ContrastAlgebra.h"
+#include "designs/DesignsDb.h"
 
 namespace kestrow {
 namespace {
 
-using Row = std::vector<std::optional<std::string>>;
+using Row = DesignsDb::Row;
+using ::testing::PrintToString;
 
-// The rows of one query on the catalogue, opened read-only; a query that does
-// not prepare fails the test.
+// The rows of one query on the catalogue; a query that fails fails the test.
 std::vector<Row> Query(const std::string& sql) {
+  DesignsDb db;
   std::vector<Row> rows;
-  sqlite3* db = nullptr;
-  sqlite3_stmt* st = nullptr;
-  if (sqlite3_open_v2(KESTROW_BIN "/DESIGNS.MDB", &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK ||
-      sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr) != SQLITE_OK) {
-    ADD_FAILURE() << sql << ": " << sqlite3_errmsg(db);
-  } else {
-    while (sqlite3_step(st) == SQLITE_ROW) {
-      Row row;
-      for (int i = 0; i < sqlite3_column_count(st); ++i) {
-        auto text = reinterpret_cast<const char*>(sqlite3_column_text(st, i));
-        row.push_back(text ? std::optional<std::string>(text) : std::nullopt);
-      }
-      rows.push_back(row);
-    }
-  }
-  sqlite3_finalize(st);
-  sqlite3_close(db);
+  std::string error;
+  EXPECT_TRUE(db.Open(KESTROW_BIN "/DESIGNS.MDB") && db.Query(sql, rows, error)) << sql << ": " << error;
   return rows;
 }
 
-int Int(const std::optional<std::string>& field) { return std::stoi(field.value_or("-1")); }
+int Int(const Row& row, const char* column) { return static_cast<int>(row.Number(column)); }
 
 // ---- Static2kp ------------------------------------------------------------
 
 struct Fraction {
   int k, p, runs, resolution, maxI;
   std::vector<std::uint32_t> generators;  // F1 ... Fp as letter masks, A = bit 0
-  Row fields;                             // the stored row
+  Row row;                                // the stored row
 };
 
 std::vector<Fraction> ReadFractions() {
   std::vector<Fraction> out;
   for (const auto& r : Query("SELECT * FROM Static2kp ORDER BY k, p")) {
-    Fraction d{Int(r[0]), Int(r[1]), Int(r[2]), Int(r[3]), Int(r[4]), {}, r};
-    for (int i = 0; i < d.p && 5 + i < static_cast<int>(r.size()); ++i) {
+    Fraction d{Int(r, "k"), Int(r, "p"), Int(r, "Runs"), Int(r, "Resolution"), Int(r, "MaxI"), {}, r};
+    for (int i = 1; i <= d.p; ++i) {
       std::uint32_t mask = 0;
-      for (char c : r[static_cast<std::size_t>(5 + i)].value_or("")) mask |= 1u << (c - 'A');
+      for (char c : r.Text("F" + std::to_string(i))) mask |= 1u << (c - 'A');
       d.generators.push_back(mask);
     }
     out.push_back(d);
@@ -70,65 +56,48 @@ std::vector<Fraction> ReadFractions() {
   return out;
 }
 
-// The 2^p - 1 words of the defining relation: the products (symmetric
+// The word-length pattern: element i counts the words of i letters among the
+// 2^p - 1 words of the defining relation, the products (symmetric
 // differences) of the non-empty sets of generators.
-std::vector<std::uint32_t> DefiningRelation(const std::vector<std::uint32_t>& generators) {
+std::vector<int> WordLengths(const std::vector<std::uint32_t>& generators) {
   std::vector<std::uint32_t> words{0};
   for (std::uint32_t g : generators)
     for (std::size_t i = 0, n = words.size(); i < n; ++i) words.push_back(words[i] ^ g);
-  words.erase(words.begin());
-  return words;
-}
-
-// The word-length pattern: element i counts the words of i letters.
-std::vector<int> WordLengths(const std::vector<std::uint32_t>& generators) {
   std::vector<int> a(17, 0);
-  for (std::uint32_t w : DefiningRelation(generators)) ++a[static_cast<std::size_t>(std::popcount(w))];
+  for (std::size_t i = 1; i < words.size(); ++i) ++a[static_cast<std::size_t>(std::popcount(words[i]))];
   return a;
 }
 
-std::string Show(std::vector<int> a) {
-  while (a.size() > 4 && a.back() == 0) a.pop_back();
-  std::string s = "A3..";
-  for (std::size_t i = 3; i < a.size(); ++i) s += " " + std::to_string(a[i]);
-  return s;
-}
-
-TEST(DesignsDatabaseStatic2kp, HoldsEachFractionOfThreeToFifteenFactorsWithUpTo128RunsExactlyOnce) {
+// Each fraction of three to fifteen factors with up to 128 runs, exactly once.
+TEST(DesignsDatabaseStatic2kp, EveryRowIsARegularFractionWithTheRunsResolutionAndMaxIItStores) {
   std::multiset<std::pair<int, int>> expected, stored;
   for (int k = 3; k <= 15; ++k)
     for (int p = 1; p < k; ++p)
       if ((1 << (k - p)) >= k + 1 && (1 << (k - p)) <= 128) expected.insert({k, p});
-  for (const auto& d : ReadFractions()) stored.insert({d.k, d.p});
   EXPECT_EQ(expected.size(), 43u);
-  EXPECT_EQ(stored, expected);
-}
-
-TEST(DesignsDatabaseStatic2kp, EveryRowIsARegularFractionWithTheRunsResolutionAndMaxIItStores) {
   for (const auto& d : ReadFractions()) {
     SCOPED_TRACE("2^(" + std::to_string(d.k) + "-" + std::to_string(d.p) + ")");
+    stored.insert({d.k, d.p});
     const int base = d.k - d.p;
     EXPECT_EQ(d.runs, 1 << base);
     EXPECT_EQ(d.maxI, d.runs <= 32 ? 3 : 2);
-    ASSERT_EQ(d.fields.size(), 16u);
-    for (std::size_t i = 5; i < 16; ++i) EXPECT_EQ(d.fields[i].has_value(), static_cast<int>(i) - 5 < d.p) << i;
+    ASSERT_EQ(d.row.values.size(), 16u);
+    for (int i = 1; i <= 11; ++i) EXPECT_EQ(d.row.IsNull("F" + std::to_string(i)), i > d.p) << i;
 
     // The builder reads word i as "added factor i = product of the others".
+    // Holding its own added factor and no other also makes the generators
+    // independent: no product of some of them is empty or equals another.
     for (int i = 0; i < d.p; ++i) {
       const std::uint32_t g = d.generators[static_cast<std::size_t>(i)];
       EXPECT_EQ(g >> base, 1u << i) << "F" << i + 1 << " must hold exactly its own added factor";
       EXPECT_GE(std::popcount(g), 3) << "F" << i + 1;
     }
-    const auto relation = DefiningRelation(d.generators);
-    const std::set<std::uint32_t> distinct(relation.begin(), relation.end());
-    EXPECT_EQ(distinct.size(), relation.size()) << "the generators are not independent";
-    EXPECT_EQ(distinct.count(0u), 0u) << "a product of generators is empty";
-
     const auto a = WordLengths(d.generators);
     int shortest = 1;
     while (a[static_cast<std::size_t>(shortest)] == 0) ++shortest;
-    EXPECT_EQ(d.resolution, shortest) << Show(a);
+    EXPECT_EQ(d.resolution, shortest) << PrintToString(a);
   }
+  EXPECT_EQ(stored, expected);
 }
 
 // Calls visit with every set of p distinct interaction columns (masks of two
@@ -159,7 +128,7 @@ TEST(DesignsDatabaseStatic2kp, FractionsOfUpTo16RunsAnd32RunsWithFourGeneratorsH
       const auto a = WordLengths(generators);
       if (!better && a < stored) better = a;
     });
-    if (better) ADD_FAILURE() << "stored " << Show(stored) << "; another choice has " << Show(*better);
+    if (better) ADD_FAILURE() << "stored " << PrintToString(stored) << "; another choice has " << PrintToString(*better);
     ++checked;
   }
   EXPECT_EQ(checked, 20);
@@ -177,16 +146,16 @@ struct OrthoRow {
 // list of whole numbers fails the test.
 std::map<int, std::vector<OrthoRow>> ReadContrasts() {
   std::map<int, std::vector<OrthoRow>> out;
-  for (const auto& r : Query("SELECT Levels, \"Index\", ConName, ConList FROM OrthoCon ORDER BY Levels, \"Index\"")) {
-    OrthoRow row{Int(r[1]), r[2].value_or(""), {}};
-    std::stringstream in(r[3].value_or(""));
+  for (const auto& r : Query("SELECT * FROM OrthoCon ORDER BY Levels, \"Index\"")) {
+    OrthoRow row{Int(r, "Index"), r.Text("ConName"), {}};
+    std::stringstream in(r.Text("ConList"));
     std::string item;
     while (std::getline(in, item, ',')) {
       std::size_t used = 0;
       row.list.push_back(std::stoi(item, &used));
-      EXPECT_EQ(used, item.size()) << r[3].value_or("");
+      EXPECT_EQ(used, item.size()) << r.Text("ConList");
     }
-    out[Int(r[0])].push_back(row);
+    out[Int(r, "Levels")].push_back(row);
   }
   return out;
 }
@@ -242,24 +211,18 @@ TEST(DesignsDatabaseOrthoCon, ClassifyingEachColumnAgainstItsFactorGivesItsConNa
   }
 }
 
-// ---- All tables -----------------------------------------------------------
+// ---- The tables of the selection ------------------------------------------
 
-TEST(DesignsDatabaseSchema, EveryTableHasTheColumnsTheBuildersReadInTheirOrder) {
+TEST(DesignsDatabaseSchema, TheSelectionsTablesHaveTheColumnsItReads) {
   auto columns = [](const std::string& table) {
     std::string names;
-    for (const auto& row : Query("PRAGMA table_info(" + table + ")")) names += row[1].value_or("?") + " ";
+    for (const auto& row : Query("PRAGMA table_info(" + table + ")")) names += row.Text("name") + " ";
     return names;
   };
   EXPECT_EQ(columns("SitList"), "NameCode Min2 Max2 Min3 Max3 Num4 NGT4 Flags Runs RecipeID ");
   EXPECT_EQ(columns("Names"), "NameCode Name ");
-  EXPECT_EQ(columns("Recipes"), "RecipeID BaseCode Mod4 Mod8 FullyCrossed Reflectable ");
-  EXPECT_EQ(columns("Treatments"), "RecipeId Idx L DC NDC NC ");
-  EXPECT_EQ(columns("Static2kp"), "k p Runs Resolution MaxI F1 F2 F3 F4 F5 F6 F7 F8 F9 F10 F11 ");
-  EXPECT_EQ(columns("OrthoCon"), "Levels Index ConName ConList ");
-
-  // The selection table's queries run as they are written.
+  // The selection table's join runs as it is written.
   Query("SELECT * FROM SitList LEFT JOIN Names ON SitList.NameCode=Names.NameCode");
-  EXPECT_EQ(Query("SELECT * FROM Static2kp WHERE k=5 ORDER BY p DESC").size(), 2u);
 }
 
 }  // namespace
