@@ -1,4 +1,5 @@
-// The bench of the routines, in process: the table readers' counts are 16-bit
+// The bench of the routines, in process: the arguments it refuses, with its
+// message, before any routine is called. The table readers' counts are 16-bit
 // integers, and a count with no such integer is refused before any lookup.
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 namespace kestrow {
 namespace {
 
-TEST(StatBench, CountsBeyondASixteenBitIntegerAreRefusedBeforeAnyLookup) {
+TEST(StatBench, CountsThatAreNoWholeNumberOrBeyondASixteenBitIntegerAreRefused) {
   test::ScopedUi ui;
   SetProgramFolder(KESTROW_BIN);
   struct Case {
@@ -22,7 +23,9 @@ TEST(StatBench, CountsBeyondASixteenBitIntegerAreRefusedBeforeAnyLookup) {
                         Case{"ReadTableC", {"1e39", "D4"}, "ReadTableC: 1e39 is out of range"},
                         Case{"ReadTableD", {"0.1", "10", "40000"}, "ReadTableD: 40000 is out of range"},
                         Case{"ReadtPercent", {"-32769", "0.05"}, "ReadtPercent: -32769 is out of range"},
-                        Case{"ReadDuncanRow", {"1e9", "0.05"}, "ReadDuncanRow: 1e9 is out of range"}}) {
+                        Case{"ReadDuncanRow", {"1e9", "0.05"}, "ReadDuncanRow: 1e9 is out of range"},
+                        Case{"FormatSF", {"2.5", "3"}, "FormatSF: 2.5 is not a whole number from 0 to 20"},
+                        Case{"tProbability", {"1", "0"}, "tProbability: v is a whole number from 1"}}) {
     std::string out = "stale", error;
     EXPECT_FALSE(RunBenchRoutine(c.routine, c.args, out, error)) << c.routine;
     EXPECT_EQ(error, c.error);
