@@ -9,8 +9,10 @@ std::string MultiplyWords(const std::string& a, const std::string& b) {
   std::string x = (a + PAD).substr(0, 16);
   std::string y = (b + PAD).substr(0, 16);
   std::string out;
+  // The walk stops short of the sixteenth position, so a word keeps at most
+  // its first fifteen letters.
   std::size_t i = 0, j = 0;
-  while (i < 16 && j < 16) {
+  while (i < 15 && j < 15) {
     if (x[i] < y[j]) {
       out += x[i++];
     } else if (y[j] < x[i]) {

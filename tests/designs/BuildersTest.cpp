@@ -51,7 +51,7 @@ TEST(ContrastWords, ProductsAreSymmetricDifferencesCutAtFifteenLetters) {
   EXPECT_EQ(MultiplyWords("AB", "AB"), "");
   EXPECT_EQ(MultiplyWords("AB", "BC"), "AC");
   EXPECT_EQ(MultiplyWords("Ab", "a"), "Aab");  // capitals sort before small letters
-  EXPECT_EQ(MultiplyWords("ABCDEFGHIJKLMNOPQ", ""), "ABCDEFGHIJKLMNOP");
+  EXPECT_EQ(MultiplyWords("ABCDEFGHIJKLMNOPQ", ""), "ABCDEFGHIJKLMNO");
   EXPECT_EQ(ResolutionText(0), "");
   EXPECT_EQ(ResolutionText(9), "IX");
   EXPECT_EQ(ResolutionText(10), "Full");
