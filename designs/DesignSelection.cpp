@@ -92,7 +92,10 @@ bool DesignSelection::DesSelLoad() {
     }
     std::vector<DesignsDb::Row> found;
     std::string error;
-    db.Query("SELECT * FROM SitList LEFT JOIN Names ON SitList.NameCode=Names.NameCode", found, error);
+    if (!db.Query("SELECT * FROM SitList LEFT JOIN Names ON SitList.NameCode=Names.NameCode", found, error)) {
+      ReportError(error, "DesSelLoad");
+      return false;
+    }
     for (const auto& r : found) {
       long flags = r.Number("Flags");
       bool fits = r.Number("Min2") <= Count2 && Count2 <= r.Number("Max2") && r.Number("Min3") <= Count3 &&
@@ -104,7 +107,11 @@ bool DesignSelection::DesSelLoad() {
                       recipe.substr(0, 2) != "tl"});
     }
     if (Count3 + Count4 + CountGT4 == 0) {
-      db.Query("SELECT * FROM Static2kp WHERE k=" + std::to_string(NumFactors) + " ORDER BY p DESC", found, error);
+      if (!db.Query("SELECT * FROM Static2kp WHERE k=" + std::to_string(NumFactors) + " ORDER BY p DESC", found,
+                    error)) {
+        ReportError(error, "DesSelLoad");
+        return false;
+      }
       for (const auto& r : found) {
         std::string k = r.Text("k"), p = r.Text("p");
         rows.push_back({"2^(" + k + "-" + p + ") " + GetText("factorial"), r.Text("Runs"), 11, 0,

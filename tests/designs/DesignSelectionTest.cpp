@@ -48,6 +48,18 @@ TEST_F(DesignSelectionTest, FiveTwoLevelFactorsListTheFractionsSmallestFirstThen
   EXPECT_EQ(t.CatalogueMask, 5);
 }
 
+// A catalogue that opens but cannot be read: the failure is told under the
+// table's tag, not passed over as a catalogue without designs.
+TEST_F(DesignSelectionTest, AnUnreadableCatalogueIsReported) {
+  test::TempDir folder;
+  test::WriteFile(folder / "DESIGNS.MDB", "");
+  SetProgramFolder(folder.str());
+  DesignSelection t(StudyOf(3, 2));
+  EXPECT_FALSE(t.DesSelLoad());
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_NE(ui->messages[0].text.find(" [DesSelLoad]"), std::string::npos);
+}
+
 TEST_F(DesignSelectionTest, TheFractionalEditorIsOfferedUpToEightFactors) {
   EXPECT_TRUE(Offers(Loaded(StudyOf(8, 2)), "2FRACT"));
   Fresh();
