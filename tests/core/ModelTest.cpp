@@ -86,7 +86,9 @@ TEST(Coding, ANonNumericFactorHasNoCodes) {
   EXPECT_EQ(f.GetDeCoded(0.0), MISSING_VALUE);
 }
 
-TEST(SortNumericLevels, SortsAscendingAndKeepsEqualValuesInOrder) {
+// A selection sort that swaps: the first of equal lowest values is taken, but
+// a swap can carry an equal value past another.
+TEST(SortNumericLevels, SortsAscendingBySelectionWithSwaps) {
   Factor f;
   f.Levels.Add(Level{"30", "c", 3});
   f.Levels.Add(Level{"10", "a1", 1});
@@ -97,6 +99,13 @@ TEST(SortNumericLevels, SortsAscendingAndKeepsEqualValuesInOrder) {
   for (const Level& l : f.Levels) descs.push_back(l.sDesc);
   EXPECT_EQ(descs, (std::vector<std::string>{"a1", "a2", "b", "c"}));
   EXPECT_EQ(f.Levels(1).fCode, 1.0f);  // the level's fields move together
+  Factor g;
+  for (const char* d : {"a", "b"}) g.Levels.Add(Level{"10", d, 0});
+  g.Levels.Add(Level{"5", "c", 0});
+  g.SortNumericLevels();
+  descs.clear();
+  for (const Level& l : g.Levels) descs.push_back(l.sDesc);
+  EXPECT_EQ(descs, (std::vector<std::string>{"c", "b", "a"}));
 }
 
 Study DesignedStudy(int rvs, int runs, int reps) {
