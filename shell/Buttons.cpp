@@ -4,10 +4,15 @@
 
 namespace kestrow {
 
+QPushButton* NamedButton(QWidget* parent, const char* name, const QString& caption) {
+  auto* button = new QPushButton(caption, parent);
+  button->setObjectName(name);
+  return button;
+}
+
 QPushButton* AddButton(QDialogButtonBox* box, const char* name, const QString& caption,
                        QDialogButtonBox::ButtonRole role) {
-  auto* button = new QPushButton(caption, box);
-  button->setObjectName(name);
+  QPushButton* button = NamedButton(box, name, caption);
   box->addButton(button, role);
   return button;
 }

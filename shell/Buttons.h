@@ -8,8 +8,10 @@ class QPushButton;
 
 namespace kestrow {
 
-// Makes a button with the given object name and caption and puts it in the box
-// in the given role.
+// A button with the given object name and caption.
+QPushButton* NamedButton(QWidget* parent, const char* name, const QString& caption);
+
+// Makes a named button and puts it in the box in the given role.
 QPushButton* AddButton(QDialogButtonBox* box, const char* name, const QString& caption,
                        QDialogButtonBox::ButtonRole role);
 

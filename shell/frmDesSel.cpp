@@ -8,18 +8,11 @@
 #include <QVBoxLayout>
 
 #include "core/Language.h"
+#include "shell/Buttons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
-
-namespace {
-QPushButton* Button(QWidget* parent, const char* name, const char* caption) {
-  auto* b = new QPushButton(caption, parent);
-  b->setObjectName(name);
-  return b;
-}
-}  // namespace
 
 frmDesSel::frmDesSel(Study& study, QWidget* parent) : QDialog(parent), table_(study) {
   setObjectName("frmDesSel");
@@ -32,16 +25,12 @@ frmDesSel::frmDesSel(Study& study, QWidget* parent) : QDialog(parent), table_(st
   grdDesigns->setSelectionBehavior(QAbstractItemView::SelectRows);
   grdDesigns->setSelectionMode(QAbstractItemView::SingleSelection);
   grdDesigns->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  cmdOK = Button(this, "cmdOK", "OK");
-  cmdOK->setDefault(true);
-  cmdCancel = Button(this, "cmdCancel", "Cancel");
-  cmdWizard = Button(this, "cmdWizard", "&Wizard...");
-  cmdCriteria = Button(this, "cmdCriteria", "&Criteria...");
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(cmdWizard, QDialogButtonBox::HelpRole);
-  buttons->addButton(cmdCriteria, QDialogButtonBox::HelpRole);
-  buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+  cmdOK = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
+  cmdOK->setDefault(true);
+  cmdCancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
+  cmdWizard = AddButton(buttons, "cmdWizard", "&Wizard...", QDialogButtonBox::HelpRole);
+  cmdCriteria = AddButton(buttons, "cmdCriteria", "&Criteria...", QDialogButtonBox::HelpRole);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(grdDesigns);
   layout->addWidget(buttons);

@@ -13,6 +13,7 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
+#include "shell/Buttons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmDesSel.h"
@@ -45,11 +46,7 @@ frmQuick::frmQuick(QWidget* parent) : QDialog(parent) {
   lblDesign = new QLabel(this);
   lblDesign->setObjectName("lblDesign");
   lblDesign->setFrameShape(QFrame::StyledPanel);
-  auto button = [&](const char* name, const char* caption) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    return b;
-  };
+  auto button = [&](const char* name, const char* caption) { return NamedButton(this, name, caption); };
   cmdDesign = button("cmdDesign", "&Design...");
   cmdViewDes = button("cmdViewDes", "&View design...");
   cmdViewDes->setEnabled(false);

@@ -34,11 +34,7 @@ frmSelFac::frmSelFac(const std::vector<std::string>& used, QWidget* parent) : QD
   // The used factors can be dragged into the order wanted.
   lstUsed->setDragDropMode(QAbstractItemView::InternalMove);
   for (auto* l : {lstAvailable, lstUsed}) l->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  auto button = [&](const char* name, const char* caption) {
-    auto* b = new QPushButton(caption, this);
-    b->setObjectName(name);
-    return b;
-  };
+  auto button = [&](const char* name, const char* caption) { return NamedButton(this, name, caption); };
   cmdLR = button("cmdLR", ">");
   cmdLRMany = button("cmdLRMany", ">>");
   cmdRL = button("cmdRL", "<");
