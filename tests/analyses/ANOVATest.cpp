@@ -1,6 +1,6 @@
 // The ANOVA report on small studies whose figures are worked by hand: the
 // error term in its three forms, pooling, missing observations, the MSD
-// forms, the table by factor, and the blocked and Latin-square tables.
+// forms, the table by factor, and the blocked table.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,7 +9,6 @@
 
 #include "analyses/ANOVA.h"
 #include "analyses/AnalysisFixture.h"
-#include "analyses/Availability.h"
 #include "analyses/Cstat.h"
 #include "core/Grid.h"
 #include "core/Language.h"
@@ -41,8 +40,7 @@ class ANOVATest : public test::AnalysisFixture {
   // Contrast rows are found by their name, the other rows by their source.
   std::string Of(const std::string& contrast, int figure) const { return At(0, contrast, figure); }
   std::string Tagged(const std::string& tag, int figure, int from = 0) const {
-    int row = RowOf(1, GetText(tag), from);
-    return row < 0 ? "(no row " + tag + ")" : grid.Text(row, figure);
+    return At(1, GetText(tag), figure, from);
   }
   bool AnyText(int col) const {
     for (int r = 1; r < grid.Rows(); ++r)
@@ -66,22 +64,18 @@ TEST_F(ANOVATest, AnUnreplicatedStudyHasAnErrorTermOnlyFromPooledContrasts) {
   for (int col : {5, 6, 8}) EXPECT_FALSE(AnyText(col)) << col;
   EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
   EXPECT_EQ(Tagged("TOTAL", 3), "7");
-  EXPECT_EQ(Tagged("Pooled", 2), "(no row Pooled)");
-  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
+  EXPECT_EQ(RowOf(1, GetText("Pooled")), -1);
+  EXPECT_EQ(RowOf(1, GetText("WithinE")), -1);
 
   // AB pooled: one error degree of freedom.
   Pool(s, "AB");
   ASSERT_TRUE(Draw(s));
-  EXPECT_EQ(grid.Text(0, 9), "% SS");
-  EXPECT_EQ(RowOf(0, "AB"), -1);
   EXPECT_EQ(Of("A", 2), "60.5");
-  EXPECT_EQ(Of("A", 3), "1");
   EXPECT_EQ(Of("A", 7), "5.5");    // effect: 2 * 22 / 8
   EXPECT_EQ(Of("A", 5), "13.44");  // 60.5 / 4.5
   EXPECT_EQ(Of("A", 6), "");       // F(0.90; 1, 1) is 39.86
   EXPECT_EQ(Of("A", 8), FormatP(3, 1 - FProbability(60.5f / 4.5f, 1, 1)));
   EXPECT_EQ(Of("A", 9), "66.1");  // 100 * 60.5 / 91.5
-  EXPECT_EQ(Of("B", 1), "B (10 v 20)");
   EXPECT_EQ(Tagged("Pooled", 2), "4.5");
   EXPECT_EQ(Tagged("Pooled", 3), "1");
   EXPECT_EQ(Tagged("TOTAL", 2), "91.5");
@@ -100,7 +94,6 @@ TEST_F(ANOVATest, ThreePooledContrastsMakeASignificantMainEffect) {
   int row = RowOf(0, "A");
   EXPECT_EQ(grid.Back(row, 5), gSettings.ANOVAHighlights);
   EXPECT_EQ(grid.Back(row, 6), gSettings.ANOVAHighlights);
-  EXPECT_EQ(Tagged("Pooled", 3), "3");
 }
 
 // (1) 10 12, a 15 17, b 11 13, ab 20 and a missing observation: averages 11,
@@ -146,7 +139,7 @@ TEST_F(ANOVATest, StandardDeviationsAndMSDHaveNoErrorTerm) {
   s.ANOVA_iVariable = 1;
   ASSERT_TRUE(Draw(s));
   EXPECT_FALSE(AnyText(5));
-  EXPECT_EQ(Tagged("WithinE", 2), "(no row WithinE)");
+  EXPECT_EQ(RowOf(1, GetText("WithinE")), -1);
   EXPECT_NE(grid.Text(2, 0).find(GetText("StdDevs")), std::string::npos);
   // Larger is better: each run's figure is the average of 1 / x^2:
   // 0.625, 0.25, 0.0625, 1; A sums to 0.5625 over four runs of weight 1.
@@ -207,50 +200,21 @@ TEST_F(ANOVATest, AnFEqualToTheCriticalValueGetsNoStar) {
   EXPECT_EQ(Of("A", 6), "*");
 }
 
-class BlockedANOVATest : public ANOVATest {
- protected:
-  void SetUp() override {
-    ANOVATest::SetUp();
-    gSettings.StandardLatinSquare = true;
-  }
-};
-
-// The sums of squares of the blocked and Latin-square tables are checked
-// against least squares on the vascular graft and rocket propellant samples;
-// here the degrees of freedom, and what is tested.
-TEST_F(BlockedANOVATest, ARandomisedBlockTestsTreatmentsOnly) {
+// The blocked and Latin-square tables are checked against least squares on
+// the vascular graft and rocket propellant samples, what is tested included;
+// here a missing cell, and a factor too wide for the table.
+TEST_F(ANOVATest, AMissingCellInARandomisedBlockCostsATotalDegreeButNoErrorDegree) {
   Study& s = Blocked(3, 3, "Catalyst", "Batch");
   Fill(s, {{9}, {10}, {11}, {12}, {14}, {14}, {15}, {16}, {17}});
   ASSERT_TRUE(Draw(s));
-  EXPECT_EQ(grid.Text(0, 7), "p");
-  std::string treatments = "Catalyst (" + GetText("Treatments") + ")";
-  EXPECT_EQ(At(1, treatments, 3), "2");
-  EXPECT_NE(At(1, treatments, 5), "");
-  EXPECT_EQ(At(1, "Batch (" + GetText("Blocks") + ")", 5), "");  // blocks are not tested
-  EXPECT_EQ(At(1, GetText("Error"), 3), "4");
   EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
-  // A missing cell: N and the total degrees of freedom shrink, error's do not.
   s.SetData(1, 9, 1, MISSING_VALUE);
   ASSERT_TRUE(Draw(s));
   EXPECT_EQ(At(1, GetText("TOTAL"), 3), "7");
   EXPECT_EQ(At(1, GetText("Error"), 3), "4");
 }
 
-TEST_F(BlockedANOVATest, ALatinSquareOfSideThreeHasTwoErrorDegrees) {
-  std::string f = AddFactor(3, 0, "Method"), n1 = AddFactor(3, FACTOR_NOISE, "Operator"),
-              n2 = AddFactor(3, FACTOR_NOISE, "Day");
-  Study& s = MakeStudy({f});
-  ASSERT_EQ(GetLatinSquare(s, Design{"", "9", 96, 0, 0, "", "BLOCK2", n1 + "|" + n2, false}), -1);
-  s.iDesFlag = DES_BLOCKED | DES_SECOND_NOISE;
-  Ready(s, 1);
-  Fill(s, {{12}, {15}, {11}, {14}, {18}, {13}, {10}, {16}, {12}});
-  ASSERT_TRUE(Draw(s));
-  EXPECT_EQ(At(1, GetText("Error"), 3), "2");
-  EXPECT_EQ(At(1, "Day", 3), "2");
-  EXPECT_EQ(At(1, GetText("TOTAL"), 3), "8");
-}
-
-TEST_F(BlockedANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
+TEST_F(ANOVATest, NineLevelsInABlockedFactorFailWithTheReportTag) {
   Study& s = Blocked(9, 2, "Wide", "Batch");
   for (int run = 1; run <= 18; ++run) s.SetData(1, run, 1, static_cast<float>(run));
   EXPECT_FALSE(Draw(s));
