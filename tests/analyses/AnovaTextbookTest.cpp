@@ -153,10 +153,16 @@ class AnovaTextbookTest : public ::testing::Test {
   }
   void TearDown() override { CloseLanguage(); }
 
-  // Loads the sample, draws its report and reads its observations.
-  void Draw(const std::string& sample) {
+  // Loads the sample, adds a constant to every observation, draws its report
+  // and reads its observations.
+  void Draw(const std::string& sample, float offset = 0) {
     problem = test::Sample(sample);
     Study& s = problem->Studies(1);
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(1, run, rep, s.GetData(1, run, rep) + offset);
+    obs.clear();
+    y.clear();
+    grid = Grid();
     EXPECT_TRUE(DrawANOVA(s, stats, grid)) << sample;
     for (int run = 1; run <= s.iNumRuns; ++run)
       for (int rep = 1; rep <= s.iReps; ++rep) {
@@ -294,34 +300,46 @@ TEST_F(AnovaTextbookTest, PoisonsAndTreatmentsMatchTheTwoWayAnalysis) {
 
 // Montgomery, Example 4.1: the vascular graft experiment, four extrusion
 // pressures in six batches of resin, batches as blocks, which are not tested.
+// The table must not move when the data lie far from zero: with 9,000 added
+// a raw sum of squares less a correction factor in 32 bits printed a
+// treatment SS of 0. Least squares works on the shifted data as the study
+// holds them in 32 bits.
 TEST_F(AnovaTextbookTest, VascularGraftRandomisedBlockMatchesTreatmentsPlusBlocks) {
-  Draw("VascularGraft");
-  std::string treat = "Extrusion pressure (" + GetText("Treatments") + ")",
-              block = "Resin batch (" + GetText("Blocks") + ")";
-  Rows all{1, grid.Rows()};
-  ExpectTable(all, Fit(y, {{treat, Classes(obs, {1})}, {block, Classes(obs, {2})}}), "Error", {block});
+  for (float offset : {0.0f, 1000.0f, 9000.0f, 100000.0f}) {
+    SCOPED_TRACE(offset);
+    Draw("VascularGraft", offset);
+    std::string treat = "Extrusion pressure (" + GetText("Treatments") + ")",
+                block = "Resin batch (" + GetText("Blocks") + ")";
+    Rows all{1, grid.Rows()};
+    ExpectTable(all, Fit(y, {{treat, Classes(obs, {1})}, {block, Classes(obs, {2})}}), "Error", {block});
 
-  // Table 4.4 of the book.
-  ExpectBook(all, {{treat, SS, "178.17"}, {treat, F, "8.11"}, {total, SS, "480.31"}});
-  EXPECT_EQ(Of(all, treat, STAR), "*");
+    // Table 4.4 of the book.
+    ExpectBook(all, {{treat, SS, "178.17"}, {treat, F, "8.11"}, {block, SS, "192.25"}, {total, SS, "480.31"}});
+    EXPECT_EQ(Of(all, block, SS), "192.3");
+    EXPECT_EQ(Of(all, treat, STAR), "*");
+  }
 }
 
 // Montgomery, Example 4.3: the rocket propellant Latin square, five
 // formulations over five batches of raw material (rows) and five operators
-// (columns).
+// (columns). Whole numbers, which a float holds exactly even with 100,000
+// added; with 9,000 added the raw form printed blocks SS -256.
 TEST_F(AnovaTextbookTest, RocketPropellantLatinSquareMatchesThreeClassifications) {
-  Draw("RocketPropellant");
-  std::string formulation = "Formulation (" + GetText("Treatments") + ")", batch = "Batch (" + GetText("Blocks") + ")";
-  Fit fit(y, {{formulation, Classes(obs, {1})}, {batch, Classes(obs, {2})}, {"Operator", Classes(obs, {3})}});
-  Rows all{1, grid.Rows()};
-  ExpectTable(all, fit, "Error", {batch, "Operator"});
+  for (float offset : {0.0f, 1000.0f, 9000.0f, 100000.0f}) {
+    SCOPED_TRACE(offset);
+    Draw("RocketPropellant", offset);
+    std::string formulation = "Formulation (" + GetText("Treatments") + ")", batch = "Batch (" + GetText("Blocks") + ")";
+    Fit fit(y, {{formulation, Classes(obs, {1})}, {batch, Classes(obs, {2})}, {"Operator", Classes(obs, {3})}});
+    Rows all{1, grid.Rows()};
+    ExpectTable(all, fit, "Error", {batch, "Operator"});
 
-  // Table 4.10 of the book: whole numbers throughout.
-  for (auto [name, ss] :
-       {std::pair{formulation, "330"}, {batch, "68"}, {"Operator", "150"}, {GetText("Error"), "128"}, {total, "676"}})
-    EXPECT_EQ(Of(all, name, SS), ss) << name;
-  ExpectBook(all, {{formulation, F, "7.73"}});
-  EXPECT_EQ(Of(all, formulation, STAR), "*");
+    // Table 4.10 of the book: whole numbers throughout.
+    for (auto [name, ss] :
+         {std::pair{formulation, "330"}, {batch, "68"}, {"Operator", "150"}, {GetText("Error"), "128"}, {total, "676"}})
+      EXPECT_EQ(Of(all, name, SS), ss) << name;
+    ExpectBook(all, {{formulation, F, "7.73"}});
+    EXPECT_EQ(Of(all, formulation, STAR), "*");
+  }
 }
 
 }  // namespace
