@@ -147,11 +147,12 @@ bool AnovaReport::ErrorTerm() {
   if (variable_ != 0) return true;
   float errorSS = 0;
   if (s_.iReps < 2) {
-    for (Contrast& c : s_.Contrasts) {
+    for (int i = 1; i <= s_.Contrasts.Count(); ++i) {
+      Contrast& c = s_.Contrasts(i);
       if (!c.bPooled) continue;
       c.fChat = c.fCSum = 0;
       for (int run = 1; run <= s_.iNumRuns; ++run) {
-        float level = c.fGetLevel(run);
+        float level = s_.GetContrastEntry(i, run);
         c.fCSum += level * level;
         c.fChat += level * st_.SampAvgRV(run);
       }
@@ -227,7 +228,7 @@ bool AnovaReport::SingleDF() {
     for (int run = 1; run <= s_.iNumRuns; ++run) {
       float y, w;
       if (!RunFigure(run, y, w)) continue;
-      float level = c.fGetLevel(run);
+      float level = s_.GetContrastEntry(i, run);
       if (w == 0) {
         ReportError("Division by zero", TAG);
         return false;
@@ -308,7 +309,7 @@ void AnovaReport::FactorTable() {
       // The MSD figure here has no variance term and no larger-is-better form.
       float avg = st_.SampAvgRV(run);
       float y = variable_ == 0 ? avg : variable_ == 1 ? st_.SampSigRV(run) : (target_ - avg) * (target_ - avg);
-      float level = c.fGetLevel(run);
+      float level = s_.GetContrastEntry(i, run);
       sumCY += level * y;
       sumCC += level * level;
     }

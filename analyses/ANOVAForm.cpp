@@ -57,7 +57,9 @@ void ANOVAForm::FillPool() {
     Contrast& c = study_.Contrasts(i);
     c.fChat = c.fCSum = 0;
     for (int run = 1; run <= study_.iNumRuns; ++run) {
-      float level = static_cast<float>(static_cast<std::int16_t>(std::nearbyint(c.fGetLevel(run))));
+      // Whole numbers, as a 16-bit integer holds them; a product column of
+      // an 8 x 8 x 8 design passes that range and is kept whole as it is.
+      float level = std::nearbyint(study_.GetContrastEntry(i, run));
       c.fCSum += level * level;
       c.fChat += level * stats_.SampAvgRV(run);
     }

@@ -22,6 +22,21 @@ void Contrast::InitLevels(int n) {
   for (std::size_t i = 1; i < sLevels.size(); i += 2) sLevels[i] = ZERO_HIGH;
 }
 
+float Contrast::NearestPackable(double x) {
+  double best = 0;
+  auto consider = [&](double candidate) {
+    if (std::fabs(candidate - x) < std::fabs(best - x)) best = candidate;
+  };
+  double whole = std::nearbyint(x);
+  if (std::fabs(whole) <= 99) consider(whole);
+  // A fraction's code is its thousandths plus 8192, which must stay a 16-bit
+  // code from 0 and read back as thousandths: 100 at least in magnitude.
+  double thousandths = std::nearbyint(x * 1000);
+  for (double k : {thousandths, std::copysign(100.0, x), -8192.0, 24575.0})
+    if (std::fabs(k) >= 100 && k >= -8192 && k <= 24575) consider(k / 1000);
+  return static_cast<float>(best);
+}
+
 std::string Contrast::GetMainInteraction(const Study& study) const {
   std::string out;
   bool lastWasName = false;

@@ -2,12 +2,19 @@
 // two characters of sLevels: whole coefficients within +-99, and fractions to
 // three decimals. A whole coefficient of 100 or more cannot be held: it would
 // read back divided by 1000. That limit is the file format's own.
+//
+// Interactions of multi-level factors reach it (3 x 35 = 105 in a 4 x 8
+// design, 35 x 35 in an 8 x 8). Such a column is packed divided by a common
+// factor, as near as the packing allows, and ProductOf names the main
+// contrasts whose product it is; Study::GetContrastEntry then gives the
+// column exactly, unscaled, from those main contrasts.
 #pragma once
 
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 namespace kestrow {
 
@@ -24,6 +31,9 @@ class Contrast {
   float fCSS = 0;        // computed: sum of squares, effect, sum; not stored
   float fChat = 0;
   float fCSum = 0;
+  // Not stored: the main contrasts (by position) whose product this column
+  // is, when it holds too large a coefficient to be packed as it stands.
+  std::vector<int> ProductOf;
 
   void Clear() { *this = Contrast(); }
 
@@ -55,6 +65,11 @@ class Contrast {
     if (std::abs(v) < 100) return static_cast<float>(v);
     return static_cast<float>(v) / 1000.0f;
   }
+
+  // The nearest value to x that packs and reads back unchanged: a whole
+  // number within +-99, a fraction of three decimals from 0.1 to 8.192 in
+  // magnitude (to 24.575 above zero), or 0.
+  static float NearestPackable(double x);
 
   // sMain in words: each digit the name of that level of factor iMain of the
   // study, ", " between two names, "v" as " v ".

@@ -427,6 +427,7 @@ class Reader {
       return Fail(path, "a study without a design (empty sDesignName) has iDesFlag 0, iNumRuns 0 and no treatments or contrasts");
     if (s.iNumRuns < 0) return Fail(path + ".iNumRuns", "expected a whole number from 0 to 32767");
     if (s.iReps < 0) return Fail(path + ".iReps", "expected a whole number from 0 to 32767");
+    s.LinkProductContrasts();
     return DataFrom(*data, path + ".Data", s);
   }
 

@@ -204,7 +204,13 @@ class Study {
   // ---- reading the design -------------------------------------------------
   int GetTreatmentLevel(int factor, int run) const;
   std::string GetTreatmentLevelName(int factor, int run) const;
+  // The coefficient of a run, unscaled: a column packed divided by a common
+  // factor is given as the product of its main contrasts.
   float GetContrastEntry(int contrast, int run) const;
+  // Names, in each interaction of a fully crossed design whose coefficients
+  // are too large to be packed as they stand, the main contrasts whose
+  // product it is (Contrast::ProductOf). Run after a design is read.
+  void LinkProductContrasts();
   std::string GetContrastSource(int contrast) const;
   bool bAliasIsOK(const std::string& alias) const;
   std::string GetFactorNameFromContrastLetter(const std::string& letter) const;

@@ -1,5 +1,9 @@
 // Reading a study's design: the level of a factor in a run, and the words and
 // source texts of contrasts.
+#include <algorithm>
+#include <cmath>
+#include <map>
+
 #include "core/Problem.h"
 #include "core/Settings.h"
 #include "core/Study.h"
@@ -44,7 +48,43 @@ std::string Study::GetTreatmentLevelName(int factor, int run) const {
 
 float Study::GetContrastEntry(int contrast, int run) const {
   if (contrast < 1 || contrast > Contrasts.Count()) return 0.0f;
-  return Contrasts(contrast).fGetLevel(run);
+  const Contrast& c = Contrasts(contrast);
+  if (c.ProductOf.empty()) return c.fGetLevel(run);
+  // Main contrasts hold small whole numbers, so the product is exact in a
+  // float for any design the program builds (35^4 x 7 at most).
+  float product = 1.0f;
+  for (int m : c.ProductOf) product *= m >= 1 && m <= Contrasts.Count() ? Contrasts(m).fGetLevel(run) : 0.0f;
+  return product;
+}
+
+void Study::LinkProductContrasts() {
+  for (Contrast& c : Contrasts) c.ProductOf.clear();
+  if (!(iDesFlag & DES_FULLY_CROSSED)) return;
+  // The main contrasts by letter, with the largest coefficient of each.
+  std::map<char, std::pair<int, float>> mains;
+  for (int i = 1; i <= Contrasts.Count(); ++i) {
+    const Contrast& c = Contrasts(i);
+    if (c.iMain < 1 || c.sName.size() != 1) continue;
+    float largest = 0;
+    for (int run = 1; run <= iNumRuns; ++run) largest = std::max(largest, std::fabs(c.fGetLevel(run)));
+    mains[c.sName[0]] = {i, largest};
+  }
+  for (Contrast& c : Contrasts) {
+    if (c.iMain > 0 || c.sName.size() < 2) continue;
+    std::vector<int> parts;
+    float bound = 1;
+    for (char letter : c.sName) {
+      auto at = mains.find(letter);
+      if (at == mains.end()) {
+        parts.clear();
+        break;
+      }
+      parts.push_back(at->second.first);
+      bound *= at->second.second;
+    }
+    // A product that stays within the packing was stored as it is.
+    if (!parts.empty() && bound >= 100) c.ProductOf = std::move(parts);
+  }
 }
 
 const Contrast* Study::ContrastByName(const std::string& letter) const {

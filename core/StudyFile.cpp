@@ -167,6 +167,7 @@ bool Study::fRead(FileIO& io) {
       c.bPooled = io.GetBool();
       Contrasts.Add(std::move(c));
     }
+    LinkProductContrasts();
   }
 
   // The data block has no count of its own: its size follows from the fields
@@ -378,10 +379,11 @@ void Study::Export(std::ostream& out, int i) const {
     out << "\n";
   }
   out << "    Contrasts: \n";
-  for (const Contrast& c : Contrasts) {
+  for (int i = 1; i <= Contrasts.Count(); ++i) {
+    const Contrast& c = Contrasts(i);
     out << "    " << PadRight(c.sName, 6);
     out << (c.iMain > 0 ? PadRight(GetFactorName(c.iMain), 18) : std::string(" "));
-    for (int run = 1; run <= iNumRuns; ++run) out << PadLeft(ShortestText(c.fGetLevel(run)), 7);
+    for (int run = 1; run <= iNumRuns; ++run) out << PadLeft(ShortestText(GetContrastEntry(i, run)), 7);
     out << "\n";
   }
 }

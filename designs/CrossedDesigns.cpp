@@ -1,7 +1,9 @@
 // The builders that need no recipe: the full factorial of any factor set, the
 // one-factor design, the randomised block, the Latin square and the
 // unstructured study.
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cmath>
 #include <vector>
 
@@ -82,63 +84,124 @@ bool SmallWhole(const Contrast& c, int runs) {
   return true;
 }
 
-// target = a x b, run by run, exactly as fGetLevel and fSetLevel would do it.
-// When both columns hold small whole numbers (the usual case) the products
-// are whole and are made on the packed codes directly, without a branch; any
-// other column goes the general way. Returns whether the product column is
-// itself small and whole. The columns hold every run.
-bool MultiplyColumns(const Contrast& a, bool aSmall, const Contrast& b, bool bSmall, Contrast& target, int runs) {
+// target = a x b, run by run, for two columns of small whole numbers (the
+// usual case): the products are made on the packed codes directly, without
+// a branch. Returns whether the product column is itself small and whole;
+// when it is not, what it wrote is not the product and must be made again
+// by PackProduct. The columns hold every run.
+bool MultiplySmall(const Contrast& a, const Contrast& b, Contrast& target, int runs) {
   const auto* pa = reinterpret_cast<const unsigned char*>(a.sLevels.data());
   const auto* pb = reinterpret_cast<const unsigned char*>(b.sLevels.data());
-  if (aSmall && bSmall) {
-    // Made in a buffer that stays in the cache, then written to the column once.
-    static thread_local std::string buffer;
-    buffer.resize(static_cast<std::size_t>(2 * runs));
-    char* pt = buffer.data();
-    int small = 1;
-    for (int r = 0; r < runs; ++r) {
-      int product = (pa[2 * r] + pa[2 * r + 1] * 128 - 8192) * (pb[2 * r] + pb[2 * r + 1] * 128 - 8192);
-      int code = product + 8192;
-      pt[2 * r] = static_cast<char>(code & 127);
-      pt[2 * r + 1] = static_cast<char>(code / 128);
-      small &= (product > -100) & (product < 100);
-    }
-    target.sLevels.assign(buffer);
-    return small != 0;
-  }
-  // Any other pair: decoded and packed as fGetLevel and fSetLevel do, in the buffer.
+  // Made in a buffer that stays in the cache, then written to the column once.
   static thread_local std::string buffer;
   buffer.resize(static_cast<std::size_t>(2 * runs));
   char* pt = buffer.data();
-  auto decode = [](const unsigned char* p, int r) {
-    int v = p[2 * r] + p[2 * r + 1] * 128 - 8192;
-    return (v > -100 && v < 100) ? static_cast<float>(v) : static_cast<float>(v) / 1000.0f;
-  };
-  bool small = true;
+  int small = 1;
   for (int r = 0; r < runs; ++r) {
-    float x = decode(pa, r) * decode(pb, r);
-    if (!(std::fabs(x) < 24000.0f)) {
-      // Too large to pack: fSetLevel leaves such a run alone, so go its way.
-      target.sLevels.clear();
-      for (int run = 1; run <= runs; ++run) target.fSetLevel(run, a.fGetLevel(run) * b.fGetLevel(run));
-      return SmallWhole(target, runs);
-    }
-    int code;
-    if (x == std::trunc(x)) {
-      code = static_cast<int>(x) + 8192;
-    } else {
-      float y = x * 1000.0f + 8192.0f;
-      // Below 2^22 in magnitude, adding and taking away 1.5 x 2^23 rounds a
-      // float to the nearest whole number, ties to even, as nearbyint does.
-      constexpr float MAGIC = 12582912.0f;
-      code = static_cast<int>(std::fabs(y) < 4194304.0f ? (y + MAGIC) - MAGIC : std::nearbyint(y));
-    }
+    int product = (pa[2 * r] + pa[2 * r + 1] * 128 - 8192) * (pb[2 * r] + pb[2 * r + 1] * 128 - 8192);
+    int code = product + 8192;
     pt[2 * r] = static_cast<char>(code & 127);
     pt[2 * r + 1] = static_cast<char>(code / 128);
-    small = small && code - 8192 > -100 && code - 8192 < 100;
+    small &= (product > -100) & (product < 100);
   }
   target.sLevels.assign(buffer);
-  return small;
+  return small != 0;
+}
+
+// The distinct magnitudes of a main contrast's coefficients.
+std::vector<std::int64_t> Magnitudes(const Contrast& c, int runs) {
+  std::vector<std::int64_t> out;
+  for (int run = 1; run <= runs; ++run) {
+    auto v = static_cast<std::int64_t>(std::fabs(c.fGetLevel(run)));
+    if (std::find(out.begin(), out.end(), v) == out.end()) out.push_back(v);
+  }
+  return out;
+}
+
+// The number of whole steps k (1 to 99) that the largest coefficient M is to
+// become when the column is divided by M / k: every magnitude v then becomes
+// v k / M, to be packed as a whole number within 99 or as a fraction of
+// three decimals from 0.1 to 8.192. The first k (from 99 down) under which
+// every magnitude packs exactly, else the one under which each rounds to
+// its three decimals with the smallest largest error; 0 when none does (the
+// magnitudes span too wide a range, as 1 and 35 x 35 do) or there are too
+// many magnitudes to try.
+int StepsToLargest(const std::vector<std::int64_t>& magnitudes, std::int64_t largest) {
+  if (magnitudes.size() > 1024) return 0;
+  int best = 0;
+  double bestError = 1;
+  for (int k = 99; k >= 1; --k) {
+    double worst = 0;
+    for (std::int64_t v : magnitudes) {
+      if (v == 0) continue;
+      std::int64_t scaled = v * k * 1000;
+      double t = static_cast<double>(scaled) / static_cast<double>(largest);  // thousandths
+      bool whole = scaled % (largest * 1000) == 0 && scaled / (largest * 1000) <= 99;
+      if (whole) continue;
+      if (t < 99.5 || t > 8192.5) {
+        worst = 1;
+        break;
+      }
+      worst = std::max(worst, std::fabs(t - std::nearbyint(t)) / 1000);
+    }
+    if (worst == 0) return k;
+    if (worst < bestError) {
+      bestError = worst;
+      best = k;
+    }
+  }
+  return best;
+}
+
+// Packs into target the product of the main contrasts named in parts. A
+// product within +-99 is packed as it stands; a larger one is divided by a
+// common factor, chosen by StepsToLargest, or where none serves so that the
+// largest coefficient is 8.192 and the rest are the nearest that pack (what
+// lies below 0.1 cannot be held), and target.ProductOf then names the parts,
+// from which the study gives the exact column.
+void PackProduct(const Study& s, const std::vector<int>& parts,
+                 const std::vector<std::vector<std::int64_t>>& magnitudes, Contrast& target, int runs) {
+  static thread_local std::vector<std::int64_t> exact;
+  exact.assign(static_cast<std::size_t>(runs), 1);
+  for (int m : parts) {
+    const auto* p = reinterpret_cast<const unsigned char*>(s.Contrasts(m).sLevels.data());
+    for (int r = 0; r < runs; ++r) exact[static_cast<std::size_t>(r)] *= p[2 * r] + p[2 * r + 1] * 128 - 8192;
+  }
+  std::int64_t largest = 0;
+  for (std::int64_t e : exact) largest = std::max(largest, e < 0 ? -e : e);
+
+  target.sLevels.resize(static_cast<std::size_t>(2 * runs));
+  auto put = [&](int r, int code) {
+    target.sLevels[static_cast<std::size_t>(2 * r)] = static_cast<char>(code & 127);
+    target.sLevels[static_cast<std::size_t>(2 * r + 1)] = static_cast<char>(code / 128);
+  };
+  target.ProductOf.clear();
+  if (largest < 100) {
+    for (int r = 0; r < runs; ++r) put(r, static_cast<int>(exact[static_cast<std::size_t>(r)]) + 8192);
+    return;
+  }
+  target.ProductOf = parts;
+
+  // The column's distinct magnitudes are the products of its parts'.
+  std::vector<std::int64_t> products{1};
+  for (int m : parts) {
+    std::vector<std::int64_t> next;
+    for (std::int64_t a : products)
+      for (std::int64_t b : magnitudes[static_cast<std::size_t>(m)]) {
+        std::int64_t v = a * b;
+        if (std::find(next.begin(), next.end(), v) == next.end()) next.push_back(v);
+      }
+    products.swap(next);
+    if (products.size() > 1024) break;
+  }
+  int k = StepsToLargest(products, largest);
+  double largestScaled = k > 0 ? k : 8.192;
+  for (int r = 0; r < runs; ++r) {
+    double x = largestScaled * static_cast<double>(exact[static_cast<std::size_t>(r)]) / static_cast<double>(largest);
+    float packed = Contrast::NearestPackable(x);
+    int code = packed == std::trunc(packed) ? static_cast<int>(packed) : static_cast<int>(std::nearbyint(packed * 1000.0));
+    put(r, code + 8192);
+  }
 }
 
 std::vector<int> StudyLevelCounts(const Study& s) {
@@ -199,9 +262,16 @@ std::int16_t GetFullyCrossed(Study& s, const Design&) {
 
   // Each pass multiplies the main contrasts into the terms of the last pass;
   // iMain holds the factor of a term's first letter meanwhile, which keeps the
-  // letters in order and makes each term arise once.
+  // letters in order and makes each term arise once. Each term is the
+  // product of the main contrasts that parts names.
   std::vector<bool> small(static_cast<std::size_t>(runs + 1), false);
-  for (int c = 1; c <= mains; ++c) small[static_cast<std::size_t>(c)] = SmallWhole(s.Contrasts(c), runs);
+  std::vector<std::vector<int>> parts(static_cast<std::size_t>(runs + 1));
+  std::vector<std::vector<std::int64_t>> magnitudes(static_cast<std::size_t>(mains + 1));
+  for (int c = 1; c <= mains; ++c) {
+    small[static_cast<std::size_t>(c)] = SmallWhole(s.Contrasts(c), runs);
+    parts[static_cast<std::size_t>(c)] = {c};
+    magnitudes[static_cast<std::size_t>(c)] = Magnitudes(s.Contrasts(c), runs);
+  }
   int next = mains + 1, first = 1;
   for (int pass = 1; pass < s.Factors.Count(); ++pass) {
     int last = next - 1;
@@ -213,8 +283,12 @@ std::int16_t GetFullyCrossed(Study& s, const Design&) {
         Contrast& target = s.Contrasts(next);
         target.iMain = ci.iMain;
         target.sName = ci.sName + cj.sName;
-        small[static_cast<std::size_t>(next)] =
-            MultiplyColumns(ci, small[static_cast<std::size_t>(i)], cj, small[static_cast<std::size_t>(j)], target, runs);
+        auto at = static_cast<std::size_t>(next);
+        parts[at] = parts[static_cast<std::size_t>(j)];
+        parts[at].insert(parts[at].begin(), i);
+        small[at] = small[static_cast<std::size_t>(i)] && small[static_cast<std::size_t>(j)] &&
+                    MultiplySmall(ci, cj, target, runs);
+        if (!small[at]) PackProduct(s, parts[at], magnitudes, target, runs);
         ++next;
       }
     first = last + 1;

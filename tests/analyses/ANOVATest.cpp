@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "analyses/ANOVA.h"
@@ -178,6 +179,65 @@ TEST_F(ANOVATest, TheTableByFactorGathersTheContrastsOfAFactor) {
   ASSERT_TRUE(Draw(s));
   EXPECT_EQ(RowOf(0, GetText("FacANOVA")), -1);
   EXPECT_GE(RowOf(0, GetText("SdofANOVA")), 0);
+}
+
+// A replicated 4 x 8 full factorial: the interactions of the four-level
+// factor (A, B, C) with the eight-level one (D to J) reach coefficients of
+// 105 (AJ: 3 x 35) that the packing cannot hold as they stand. Each row must
+// still give the figures of the unscaled column, worked here in double
+// precision from the raw observations and the orthogonal polynomials of
+// Fisher & Yates (Statistical Tables, table XXIII).
+TEST_F(ANOVATest, InteractionsOfAFourByEightDesignGiveTheFiguresOfTheirWholeColumns) {
+  const std::vector<std::vector<double>> four = {{-3, -1, 1, 3}, {1, -1, -1, 1}, {-1, 3, -3, 1}};
+  const std::vector<std::vector<double>> eight = {
+      {-7, -5, -3, -1, 1, 3, 5, 7},   {7, 1, -3, -5, -5, -3, 1, 7},      {-7, 5, 7, 3, -3, -7, -5, 7},
+      {7, -13, -3, 9, 9, -3, -13, 7}, {-7, 23, -17, -15, 15, 17, -23, 7}, {1, -5, 9, -5, -5, 9, -5, 1},
+      {-1, 7, -21, 35, -35, 21, -7, 1}};
+  std::string a = AddFactor(4, 0, "Feed"), b = AddFactor(8, 0, "Speed");
+  Study& s = MakeStudy({a, b});
+  ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
+  s.iDesFlag = DES_FULLY_CROSSED;
+  Ready(s, 2);
+  // Observations with a strong A x J pattern and a little noise.
+  std::vector<double> mean(33), within;
+  unsigned seed = 7;
+  auto noise = [&] {
+    seed = seed * 1103515245u + 12345u;
+    return static_cast<int>((seed >> 16) % 9) - 4;  // -4 to 4
+  };
+  for (int run = 1; run <= 32; ++run) {
+    int la = s.GetTreatmentLevel(1, run), lb = s.GetTreatmentLevel(2, run);
+    float base = static_cast<float>(100 + four[0][la - 1] * eight[6][lb - 1] + 2 * eight[0][lb - 1]);
+    float y1 = base + static_cast<float>(noise()), y2 = base + static_cast<float>(noise());
+    s.SetData(1, run, 1, y1);
+    s.SetData(1, run, 2, y2);
+    mean[run] = (y1 + y2) / 2.0;
+    within.push_back((y1 - mean[run]) * (y1 - mean[run]) + (y2 - mean[run]) * (y2 - mean[run]));
+  }
+  double errorMS = 0;
+  for (double w : within) errorMS += w;
+  errorMS /= 32;  // one degree of freedom a run
+  ASSERT_TRUE(Draw(s));
+
+  auto agrees = [](const std::string& text, double x) {
+    return std::fabs(std::stod(text) - x) <= 1.5 * std::pow(10.0, std::floor(std::log10(std::fabs(x))) - 3);
+  };
+  for (auto [name, i, j] : {std::tuple{"AJ", 0, 6}, {"CJ", 2, 6}, {"AD", 0, 0}, {"BI", 1, 5}}) {
+    double sumCY = 0, sumCC = 0, sumAbs = 0;
+    for (int run = 1; run <= 32; ++run) {
+      double c = four[static_cast<std::size_t>(i)][static_cast<std::size_t>(s.GetTreatmentLevel(1, run) - 1)] *
+                 eight[static_cast<std::size_t>(j)][static_cast<std::size_t>(s.GetTreatmentLevel(2, run) - 1)];
+      sumCY += c * mean[static_cast<std::size_t>(run)];
+      sumCC += c * c;
+      sumAbs += std::fabs(c);
+    }
+    double ss = sumCY * sumCY * 2 / sumCC;
+    EXPECT_TRUE(agrees(Of(name, 2), ss)) << name << " SS " << Of(name, 2) << " against " << ss;
+    EXPECT_TRUE(agrees(Of(name, 5), ss / errorMS)) << name << " F " << Of(name, 5) << " against " << ss / errorMS;
+    EXPECT_TRUE(agrees(Of(name, 7), 2 * sumCY / sumAbs)) << name << " effect " << Of(name, 7);
+    EXPECT_EQ(Of(name, 8), FormatP(3, 1 - FProbability(static_cast<float>(std::stod(Of(name, 5))), 1, 32))) << name;
+  }
+  EXPECT_EQ(Of("AJ", 6), "*");
 }
 
 // Data found by a search so that F comes out exactly as the critical value
