@@ -161,13 +161,27 @@ bool AnovaReport::ErrorTerm() {
       errorDF_ += 1;
       usedPooling_ = true;
     }
+    // An error of exactly 0 would star every contrast with any sum of
+    // squares and print p "<0.001" even where it has none: the report stops
+    // and says why, as for equal replicates.
     if (errorDF_ > 0) {
       errorMS_ = errorSS / errorDF_;
+      if (errorMS_ == 0) {
+        std::string pooled;
+        for (const Contrast& c : s_.Contrasts)
+          if (c.bPooled) pooled += (pooled.empty() ? "" : ", ") + c.sName;
+        ErrorBox(SubstituteCopy(GetText("ANOVAerr2"), pooled));
+        return false;
+      }
     } else if (s_.iDesFlag & DES_CENTRE_POINTS) {
       Cstat centre;
       if (centre.Compute(s_, st_, rv_)) {
         errorDF_ = centre.fCnum - 1;
         errorMS_ = centre.fCvar;
+        if (errorDF_ > 0 && errorMS_ == 0) {
+          ErrorBox(GetText("ANOVAerr3"));
+          return false;
+        }
       }
     }
     return true;
@@ -179,7 +193,13 @@ bool AnovaReport::ErrorTerm() {
     errorSS += sig * sig * (n - 1);
     errorDF_ += n - 1;
   }
-  if (errorDF_ > 0) errorMS_ = errorSS / errorDF_;
+  // Replications without a run of two observations give no error at all;
+  // that is not the same as replicates that agree.
+  if (errorDF_ == 0) {
+    InfoBox(GetText("ANOVAerr4"));
+    return true;
+  }
+  errorMS_ = errorSS / errorDF_;
   if (errorMS_ == 0) {
     ErrorBox(GetText("MNerrc"));
     return false;

@@ -125,13 +125,53 @@ TEST_F(ANOVATest, AMissingObservationWeightsItsRunAndCostsAnErrorDegree) {
   EXPECT_EQ(Tagged("TOTAL", 2, RowOf(0, "A")), "87.2");
 }
 
-TEST_F(ANOVATest, EqualReplicatesStopTheReportWithTheMessage) {
+// An error mean square of exactly 0 would star every contrast with a sum of
+// squares and give p "<0.001" even to those without: each cause stops the
+// report with its own message, before any contrast row.
+TEST_F(ANOVATest, AnErrorOfZeroStopsTheReportNamingItsCause) {
   Study& s = TwoLevel(2, 2);
   FillYates(s, {{10, 10}, {15, 15}, {11, 11}, {20, 20}});
   EXPECT_FALSE(Draw(s));
   ASSERT_EQ(ui->messages.size(), 1u);
   EXPECT_EQ(ui->messages[0].text, GetText("MNerrc"));
   EXPECT_EQ(RowOf(0, "A"), -1);
+
+  // y = 100 + 10 A + 30 C exactly, unreplicated, AB pooled: AB's SS is 0.
+  ui->messages.clear();
+  gProblem->Studies.Clear();
+  gProblem->Factors.Clear();
+  Study& exact = TwoLevel(3, 1);
+  FillYates(exact, {{60}, {80}, {60}, {80}, {120}, {140}, {120}, {140}});
+  Pool(exact, "AB");
+  EXPECT_FALSE(Draw(exact));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].text, SubstituteCopy(GetText("ANOVAerr2"), "AB"));
+  EXPECT_EQ(RowOf(0, "A"), -1);
+
+  // Equal centre points and nothing pooled.
+  ui->messages.clear();
+  gProblem->Studies.Clear();
+  gProblem->Factors.Clear();
+  Study& centre = TwoLevel(2, 1);
+  FillYates(centre, {{10}, {14}, {12}, {18}});
+  AddCentreRuns(centre, 3);
+  for (int run = 5; run <= 7; ++run) centre.SetData(1, run, 1, 15.0f);
+  EXPECT_FALSE(Draw(centre));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].text, GetText("ANOVAerr3"));
+}
+
+// Two replications with one observation in every run give no error at all:
+// the table comes without F tests and says why, and is not taken for a
+// study of equal replicates.
+TEST_F(ANOVATest, ReplicationsWithOneObservationEachHaveNoErrorTerm) {
+  Study& s = TwoLevel(2, 2);
+  FillYates(s, {{10, MISSING_VALUE}, {15, MISSING_VALUE}, {11, MISSING_VALUE}, {MISSING_VALUE, 20}});
+  ASSERT_TRUE(Draw(s));
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].text, GetText("ANOVAerr4"));
+  EXPECT_EQ(Of("A", 2), "49");  // sum c y = 14 over weights 1: 14^2 / 4
+  for (int col : {5, 6, 8}) EXPECT_FALSE(AnyText(col)) << col;
 }
 
 TEST_F(ANOVATest, StandardDeviationsAndMSDHaveNoErrorTerm) {
