@@ -162,14 +162,16 @@ bool FileIO::PutRaw(const void* p, std::size_t n) {
 }
 
 bool FileIO::PutCounted(const std::string& bytes) {
-  // The length prefix is a signed 16-bit number: a longer text cannot be stored.
-  if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+  // The length prefix is two bytes, read as an unsigned count: a contrast of
+  // a full factorial of up to 32,767 runs, two characters a run, fits. Up to
+  // 32,767 the bytes are those of a signed count, as files always had them.
+  if (bytes.size() > MAX_STRING) {
     writeFailed_ = true;
-    error_ = "A text of " + std::to_string(bytes.size()) +
-             " characters is too long to be saved; the limit is 32767";
+    error_ = "A text of " + std::to_string(bytes.size()) + " characters is too long to be saved; the limit is " +
+             std::to_string(MAX_STRING);
     return false;
   }
-  PutInt(static_cast<std::int16_t>(bytes.size()));
+  PutInt(static_cast<std::int16_t>(static_cast<std::uint16_t>(bytes.size())));
   return PutRaw(bytes.data(), bytes.size());
 }
 
@@ -213,8 +215,8 @@ float FileIO::GetFloat() {
 }
 
 std::string FileIO::GetBytes() {
-  std::int16_t n = GetInt();
-  if (failed_ || n < 0 || static_cast<std::size_t>(n) > Remaining()) {
+  auto n = static_cast<std::uint16_t>(GetInt());
+  if (failed_ || static_cast<std::size_t>(n) > Remaining()) {
     pos_ = size_;
     failed_ = true;
     return std::string(1, '\0');

@@ -16,6 +16,8 @@ namespace kestrow {
 class FileIO {
  public:
   enum class Mode { Read, Write };
+  // The longest string the file can hold: its count is two bytes, unsigned.
+  static constexpr std::size_t MAX_STRING = 65535;
 
   // Opens a file: for reading it is read whole; for writing an empty stream is
   // started. False on failure, with the reason in LastError().

@@ -161,17 +161,33 @@ TEST_F(Load, DuplicateKeysAreRefusedAtTheirStage) {
             "Error reading Response Variables");
 }
 
-TEST_F(Save, ATextTooLongForItsLengthIsRefusedAndTheOldFileStays) {
+// A string's count is two bytes read as unsigned: texts of up to 65,535
+// characters go to the file and come back byte for byte, and a text of
+// 32,767 or fewer is written as it always was, its count a signed one.
+TEST_F(Save, TextsUpTo65535CharactersRoundTripAndLongerAreRefusedWithTheOldFileKept) {
   auto p = Sample("PlasmaEtch");
-  std::string before = SavedBytes(*p, dir);
-  p->sDesc = std::string(32768, 'x');
+  for (std::size_t n : {32767u, 32768u, 65535u}) {
+    p->sDesc = std::string(n, 'x');
+    ASSERT_TRUE(p->Save(dir / "saved.KSW")) << n;
+    std::string bytes = ReadFile(dir / "saved.KSW");
+    Problem back;
+    ASSERT_TRUE(back.Load(dir / "saved.KSW")) << n;
+    EXPECT_EQ(back.sDesc.size(), n);
+    EXPECT_EQ(SavedBytes(back, dir, "again.KSW"), bytes) << n;
+  }
+  p->sDesc = std::string(32767, 'x');
+  std::string bytes = SavedBytes(*p, dir);
+  std::size_t at = bytes.find(std::string(32767, 'x'));
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_EQ(bytes.substr(at - 2, 2), Int16Bytes(32767));
+
+  std::string before = ReadFile(dir / "saved.KSW");
+  p->sDesc = std::string(65536, 'x');
   EXPECT_FALSE(p->Save(dir / "saved.KSW"));
   EXPECT_EQ(ReadFile(dir / "saved.KSW"), before);
   ASSERT_EQ(ui->messages.size(), 1u);
-  EXPECT_NE(ui->messages[0].text.find("32767"), std::string::npos);
+  EXPECT_NE(ui->messages[0].text.find("65535"), std::string::npos);
   EXPECT_NE(ui->messages[0].text.find("[Save]"), std::string::npos);
-  p->sDesc = std::string(32767, 'x');  // the longest text that fits
-  EXPECT_TRUE(p->Save(dir / "saved.KSW"));
 }
 
 TEST_F(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
