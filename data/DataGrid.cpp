@@ -1,5 +1,6 @@
 #include "data/DataGrid.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/Language.h"
@@ -28,7 +29,88 @@ constexpr Colour BLACK = 0x000000;
 // itself rounds to the same float as 999999499, so both are refused.
 const float ENTRY_LIMIT = static_cast<float>(999999500.0);
 
+// Between the notes of one notes cell.
+constexpr const char* NOTE_SEPARATOR = " | ";
+
 }  // namespace
+
+std::string DataGrid::ValueText(float value) { return value == MISSING_VALUE ? std::string() : ShortestText(value); }
+
+bool DataGrid::IsEdited(int row, int col) const {
+  if (!grid_.InRows(row) || !grid_.InCols(col)) return false;
+  std::size_t at = static_cast<std::size_t>(row) * static_cast<std::size_t>(grid_.Cols()) + static_cast<std::size_t>(col);
+  return at < edited_.size() && edited_[at];
+}
+
+void DataGrid::PutEdited(int row, int col, const std::string& text) {
+  if (!grid_.InRows(row) || !grid_.InCols(col)) return;
+  grid_.SetText(row, col, text);
+  if (col != NotesColumn()) grid_.SetFore(row, col, BLACK);
+  std::size_t at = static_cast<std::size_t>(row) * static_cast<std::size_t>(grid_.Cols()) + static_cast<std::size_t>(col);
+  if (at < edited_.size()) edited_[at] = true;
+}
+
+bool DataGrid::NotesCellOf(int row, int& run, int& firstRep, int& lastRep) const {
+  if (layout_ == GridLayout::Vertical) {
+    int section = runs_ + 2;
+    int rep = row / section + 1;
+    run = row % section - 1;
+    firstRep = lastRep = rep;
+  } else {
+    run = row - 1;
+    firstRep = 1;
+    lastRep = reps_;
+  }
+  return run >= 1 && run <= runs_ && firstRep >= 1 && lastRep <= reps_;
+}
+
+std::string DataGrid::NotesText(const Study& s, int run, int firstRep, int lastRep) const {
+  std::vector<const Note*> notes;
+  for (const Note& n : s.Notes)
+    if (n.iRun == run && n.iRep >= firstRep && n.iRep <= lastRep) notes.push_back(&n);
+  std::stable_sort(notes.begin(), notes.end(), [](const Note* a, const Note* b) { return a->iRep < b->iRep; });
+  bool plain = firstRep == lastRep || (notes.size() == 1 && notes[0]->iRep == 1);
+  std::string text;
+  for (const Note* n : notes) {
+    if (!text.empty()) text += NOTE_SEPARATOR;
+    if (!plain) text += "(" + std::to_string(n->iRep) + ") ";
+    text += n->sText;
+  }
+  return text;
+}
+
+void DataGrid::StoreNotes(Study& s, int run, int firstRep, int lastRep, const std::string& text) const {
+  for (int i = s.Notes.Count(); i >= 1; --i) {
+    const Note& n = s.Notes(i);
+    if (n.iRun == run && n.iRep >= firstRep && n.iRep <= lastRep) s.Notes.Remove(i);
+  }
+  if (Trim(text).empty()) return;
+  if (firstRep == lastRep) {
+    s.AddNote(run, firstRep, text);
+    return;
+  }
+  // "(2) text" is a note of replication 2; text without the mark is one of
+  // the first replication.
+  std::string rest = text;
+  for (;;) {
+    std::size_t cut = rest.find(NOTE_SEPARATOR);
+    std::string piece = rest.substr(0, cut);
+    int rep = firstRep;
+    std::size_t close = piece.find(") ");
+    if (piece.size() > 3 && piece[0] == '(' && close != std::string::npos && close > 1) {
+      std::string digits = piece.substr(1, close - 1);
+      bool number = digits.find_first_not_of("0123456789") == std::string::npos && digits.size() <= 5;
+      int r = number ? std::stoi(digits) : 0;
+      if (r >= firstRep && r <= lastRep) {
+        rep = r;
+        piece = piece.substr(close + 2);
+      }
+    }
+    if (!Trim(piece).empty()) s.AddNote(run, rep, piece);
+    if (cut == std::string::npos) break;
+    rest = rest.substr(cut + std::string(NOTE_SEPARATOR).size());
+  }
+}
 
 int DataGrid::ColumnRV(int studyRV, bool transformed) const {
   if (studyRV < 1 || studyRV >= static_cast<int>(columnRV_.size())) return 0;
@@ -83,6 +165,7 @@ void DataGrid::FixUpDataGrid(const Study& s) {
   int dataCols = vertical ? nRV_ : nRV_ * reps_;
   int rows = vertical ? reps_ * (runs_ + 2) : runs_ + 2;
   grid_.SetSize(rows, 1 + nF_ + dataCols + 1);
+  edited_.assign(static_cast<std::size_t>(rows) * static_cast<std::size_t>(grid_.Cols()), false);
   grid_.FixedRows = 2;
   grid_.FixedCols = 1;
   grid_.BackColour = gSettings.DataGrid;
@@ -190,37 +273,41 @@ void DataGrid::LoadDataGrid(const Study& s) {
           grid_.SetText(row, col, FormatSF(gSettings.NumSF, v));
           continue;
         }
-        grid_.SetText(row, col, TargetToText(s.GetData(rv, run, rep)));
+        grid_.SetText(row, col, ValueText(s.GetData(rv, run, rep)));
         bool extrapolated = (s.GetFlag(rv, run, rep) & CELL_EXTRAPOLATED) != 0;
         grid_.SetFore(row, col, extrapolated ? gSettings.ExtrapolatedData : BLACK);
       }
   }
-  for (const Note& note : s.Notes) {
-    if (note.iRun < 1 || note.iRun > runs_ || note.iRep < 1 || note.iRep > reps_) continue;
-    int row, col;
-    CellOf(1, note.iRun, note.iRep, row, col);
-    grid_.SetText(row, NotesColumn(), note.sText);
+  for (int row = grid_.FixedRows; row < grid_.Rows(); ++row) {
+    int run, firstRep, lastRep;
+    if (NotesCellOf(row, run, firstRep, lastRep)) grid_.SetText(row, NotesColumn(), NotesText(s, run, firstRep, lastRep));
   }
+  edited_.assign(static_cast<std::size_t>(grid_.Rows()) * static_cast<std::size_t>(grid_.Cols()), false);
   grid_.EndBatch();
 }
 
 void DataGrid::UnLoadDataGrid(Study& s) {
-  s.ZapNotes();
   for (int rep = 1; rep <= reps_; ++rep)
-    for (int run = 1; run <= runs_; ++run) {
-      int row = 0, col = 0;
+    for (int run = 1; run <= runs_; ++run)
       for (int p = 1; p <= nRV_; ++p) {
+        int row, col;
         CellOf(p, run, rep, row, col);
-        if (grid_.ColData(col) > TRANSFORMED) continue;
+        if (grid_.ColData(col) > TRANSFORMED || !IsEdited(row, col)) continue;
         // An empty cell stores the missing value; "MAX" stores TARGET_MAX,
-        // which nothing stops here.
+        // which nothing stops here. A value put in a cell is measured: it is
+        // no longer excluded or an estimate.
         std::string text = grid_.Text(row, col);
-        s.SetData(studyRV_[static_cast<std::size_t>(p)], run, rep, ParseTarget(text));
+        int rv = studyRV_[static_cast<std::size_t>(p)];
+        s.SetData(rv, run, rep, ParseTarget(text));
+        s.SetFlag(rv, run, rep, static_cast<std::uint8_t>(s.GetFlag(rv, run, rep) & ~(CELL_EXCLUDED | CELL_EXTRAPOLATED)));
       }
-      if (nRV_ == 0) CellOf(1, run, rep, row, col);
-      const std::string& note = grid_.Text(row, NotesColumn());
-      if (!note.empty()) s.AddNote(run, rep, note);
-    }
+  for (int row = grid_.FixedRows; row < grid_.Rows(); ++row) {
+    int run, firstRep, lastRep;
+    if (IsEdited(row, NotesColumn()) && NotesCellOf(row, run, firstRep, lastRep))
+      StoreNotes(s, run, firstRep, lastRep, grid_.Text(row, NotesColumn()));
+  }
+  // The grid and the array agree again.
+  std::fill(edited_.begin(), edited_.end(), false);
 }
 
 bool DataGrid::BeforeEdit(int row, int col, std::string& editText) const {
@@ -239,7 +326,8 @@ DataGrid::EditResult DataGrid::AfterEdit(Problem& problem, const Study& s, int r
                                          const std::string& typed, const std::string& startText) {
   EditResult result;
   if (col == NotesColumn()) {
-    grid_.SetText(row, col, typed);
+    if (typed == grid_.Text(row, col)) return result;
+    PutEdited(row, col, typed);
     problem.bChanged = true;
     result.changed = true;
     return result;
@@ -260,7 +348,7 @@ DataGrid::EditResult DataGrid::AfterEdit(Problem& problem, const Study& s, int r
       return result;
     }
   }
-  grid_.SetText(row, col, TargetToText(value));
+  PutEdited(row, col, ValueText(value));
   problem.bChanged = true;
   result.changed = true;
 

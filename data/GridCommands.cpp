@@ -21,12 +21,15 @@ constexpr std::int16_t NO_EXTRAPOLATION = DES_UNSTRUCTURED | DES_CODED;
 // An unstructured study holds at most this many rows.
 constexpr int UNSTRUCTURED_ROWS = 500;
 
+// The rows and cells of clipboard text, as the text has them: empty rows and
+// empty cells count (a copied column of missing values ends in empty rows),
+// and only the line end that closes the last row opens no row of its own.
 std::vector<std::vector<std::string>> Split(const std::string& text) {
   std::vector<std::vector<std::string>> rows;
   std::string t = text;
-  // A last line end closes the last row; it does not open another.
-  while (!t.empty() && (t.back() == '\n' || t.back() == '\r')) t.pop_back();
-  if (t.empty()) return rows;
+  if (!t.empty() && t.back() == '\n') t.pop_back();
+  if (!t.empty() && t.back() == '\r') t.pop_back();
+  if (t.empty() && text.empty()) return rows;
   std::size_t start = 0;
   while (start <= t.size()) {
     std::size_t end = t.find('\n', start);
@@ -75,25 +78,43 @@ bool WithFactors(const Study& s) { return gSettings.CtrlCLevels || (s.iDesFlag &
 
 // Writes the cells of the clipboard into the grid from (row index, column
 // index) of the data area on; text that is no number leaves its cell alone.
-void Write(Grid& grid, const std::vector<int>& rows, const std::vector<int>& cols,
-           const std::vector<std::vector<std::string>>& cells, std::size_t firstRow, std::size_t firstCol) {
+// A pasted value is an edit of its cell: it is stored at the next unload and
+// counts as measured, whatever the cell held; an empty cell clears it.
+void Write(DataGrid& layout, Grid& grid, const std::vector<int>& rows, const std::vector<int>& cols,
+           const std::vector<std::vector<std::string>>& cells, std::size_t firstRow, std::size_t firstCol,
+           const Study& s) {
   grid.BeginBatch();
   for (std::size_t r = 0; r < cells.size() && firstRow + r < rows.size(); ++r)
     for (std::size_t c = 0; c < cells[r].size() && firstCol + c < cols.size(); ++c) {
       std::string text = cells[r][c];
+      int row = rows[firstRow + r], col = cols[firstCol + c];
       float value = ParseTarget(text);
       if (value == BAD_NUMBER) continue;
-      grid.SetText(rows[firstRow + r], cols[firstCol + c], TargetToText(value));
+      if (col <= s.Factors.Count()) {  // the factor columns of an unstructured study
+        grid.SetText(row, col, TargetToText(value));
+        continue;
+      }
+      if (grid.Text(row, col) != DataGrid::ValueText(value) || grid.Fore(row, col) == gSettings.ExtrapolatedData)
+        layout.PutEdited(row, col, DataGrid::ValueText(value));
     }
   grid.EndBatch();
 }
 
 }  // namespace
 
-std::string CopyData(const DataGrid& layout, const Grid& grid, const Study& s) {
+std::string CopyData(const DataGrid& layout, const Grid& grid, const Study& s, const Grid::Range* selection) {
   std::string out;
-  std::vector<int> cols = DataColumns(grid, s, WithFactors(s));
-  for (int row : DataRows(layout, s)) {
+  std::vector<int> rows, cols;
+  if (selection && selection->rows * selection->cols > 1) {
+    for (int r = selection->row; r < selection->row + selection->rows; ++r)
+      if (grid.InRows(r)) rows.push_back(r);
+    for (int c = selection->col; c < selection->col + selection->cols; ++c)
+      if (grid.InCols(c)) cols.push_back(c);
+  } else {
+    rows = DataRows(layout, s);
+    cols = DataColumns(grid, s, WithFactors(s));
+  }
+  for (int row : rows) {
     for (std::size_t c = 0; c < cols.size(); ++c) out += (c ? "\t" : "") + grid.Text(row, cols[c]);
     out += "\r\n";
   }
@@ -101,7 +122,7 @@ std::string CopyData(const DataGrid& layout, const Grid& grid, const Study& s) {
   return out;
 }
 
-bool PasteData(const DataGrid& layout, Grid& grid, Problem& problem, const Study& s, const std::string& text) {
+bool PasteData(DataGrid& layout, Grid& grid, Problem& problem, const Study& s, const std::string& text) {
   auto cells = Split(text);
   std::vector<int> rows = DataRows(layout, s);
   std::vector<int> cols = DataColumns(grid, s, s.iDesFlag & DES_UNSTRUCTURED);
@@ -122,12 +143,12 @@ bool PasteData(const DataGrid& layout, Grid& grid, Problem& problem, const Study
   }
   if (cells[0].size() > cols.size() && YesNoBox(GetText("MNmsg7")) != Answer::Yes) return false;
   if (s.DoesArrayExist() && !s.IsArrayEmpty() && YesNoBox(GetText("MNmsg7")) != Answer::Yes) return false;
-  Write(grid, rows, cols, cells, 0, 0);
+  Write(layout, grid, rows, cols, cells, 0, 0, s);
   problem.bChanged = true;
   return true;
 }
 
-bool PasteToCursor(const DataGrid& layout, Grid& grid, Problem& problem, const Study& s, const std::string& text,
+bool PasteToCursor(DataGrid& layout, Grid& grid, Problem& problem, const Study& s, const std::string& text,
                    int row, int col) {
   auto cells = Split(text);
   if (cells.empty()) return false;
@@ -141,7 +162,7 @@ bool PasteToCursor(const DataGrid& layout, Grid& grid, Problem& problem, const S
   for (const auto& line : cells) widest = std::max(widest, line.size());
   if ((r0 + cells.size() > rows.size() || c0 + widest > cols.size()) && YesNoBox(GetText("MNmsg7")) != Answer::Yes)
     return false;
-  Write(grid, rows, cols, cells, r0, c0);
+  Write(layout, grid, rows, cols, cells, r0, c0, s);
   problem.bChanged = true;
   return true;
 }

@@ -6,25 +6,30 @@
 
 #include <string>
 
+#include "core/Grid.h"
+
 namespace kestrow {
 
 class DataGrid;
-class Grid;
 class Problem;
 class Study;
 
-// The text of the grid's data: cells joined by tabs, rows by "\r\n". The
-// factor columns go along with the setting CtrlCLevels or in an unstructured
-// study. With ClipAcknowledge a notice tells the length.
-std::string CopyData(const DataGrid& layout, const Grid& grid, const Study& study);
+// The text of the grid's data: cells joined by tabs, rows by "\r\n". A
+// selection of more than one cell is taken as it stands; without one the
+// whole data area is, the factor columns along with the setting CtrlCLevels
+// or in an unstructured study. With ClipAcknowledge a notice tells the length.
+std::string CopyData(const DataGrid& layout, const Grid& grid, const Study& study,
+                     const Grid::Range* selection = nullptr);
 
 // Pastes clipboard text over the whole data area ("\r\n" or "\n" rows, tab
-// cells), after the checks and questions of rows and columns; false when
-// nothing was pasted. Text that is no number leaves its cell as it was.
-bool PasteData(const DataGrid& layout, Grid& grid, Problem& problem, const Study& study, const std::string& text);
+// cells, each counted as the text has them), after the checks and questions
+// of rows and columns; false when nothing was pasted. Text that is no number
+// leaves its cell as it was; an empty cell clears it. Pasted cells are edits:
+// the next unload stores them as measured values.
+bool PasteData(DataGrid& layout, Grid& grid, Problem& problem, const Study& study, const std::string& text);
 // The same from a cell of the grid on, without the checks against the study;
 // a paste that runs past the grid's end asks first.
-bool PasteToCursor(const DataGrid& layout, Grid& grid, Problem& problem, const Study& study, const std::string& text,
+bool PasteToCursor(DataGrid& layout, Grid& grid, Problem& problem, const Study& study, const std::string& text,
                    int row, int col);
 
 // Asks, then blanks every cell and note of the study.

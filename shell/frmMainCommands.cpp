@@ -1,5 +1,8 @@
 // The command handlers of the main window.
+#include <algorithm>
+
 #include <QClipboard>
+#include <QItemSelectionModel>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QTableView>
@@ -194,7 +197,21 @@ void frmMain::mnuStudyTransform_Click() {
 
 void frmMain::mnuEditCopy_Click() {
   if (PaneName() != "Data" || !gStudy) return;
-  QGuiApplication::clipboard()->setText(Q(CopyData(dataGrid_, grid_, *gStudy)));
+  // The bounding rectangle of the selection, when it holds more than one cell.
+  Grid::Range selection{0, 0, 0, 0};
+  const QModelIndexList picked = grdMain->selectionModel() ? grdMain->selectionModel()->selectedIndexes()
+                                                            : QModelIndexList();
+  if (!picked.isEmpty()) {
+    int top = picked.first().row(), bottom = top, left = picked.first().column(), right = left;
+    for (const QModelIndex& i : picked) {
+      top = std::min(top, i.row());
+      bottom = std::max(bottom, i.row());
+      left = std::min(left, i.column());
+      right = std::max(right, i.column());
+    }
+    selection = {top, left, bottom - top + 1, right - left + 1};
+  }
+  QGuiApplication::clipboard()->setText(Q(CopyData(dataGrid_, grid_, *gStudy, &selection)));
 }
 
 void frmMain::mnuEditPaste_Click() {

@@ -2,6 +2,11 @@
 // carry, and the rules of typing into a cell.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <tuple>
+#include <vector>
+
 #include "core/TestSupport.h"
 
 namespace kestrow {
@@ -56,7 +61,11 @@ TEST_F(DataGridTest, LoadShowsValuesMissingCellsTransformsAndNotes) {
   EXPECT_EQ(grid.Text(2, 1), "150");
   EXPECT_EQ(grid.Text(2, 2), "Acme");
   EXPECT_EQ(TextAt(3, 1, 1), "2.179");  // log10(150 + 1) to four figures
+  // One notes cell a run: a note of a later replication carries its number.
+  EXPECT_EQ(grid.Text(Cell(1, 6, 3).first, dg.NotesColumn()), "(3) HPLC down, impurity not measured");
+  Show(0);  // a notes cell for each run and replication
   EXPECT_EQ(grid.Text(Cell(1, 6, 3).first, dg.NotesColumn()), "HPLC down, impurity not measured");
+  EXPECT_EQ(grid.Text(Cell(1, 6, 1).first, dg.NotesColumn()), "");
 }
 
 TEST_F(DataGridTest, AnExtrapolatedValueShowsInItsColourAndCannotBeTyped) {
@@ -112,15 +121,17 @@ TEST_F(DataGridTest, EditingANoteMarksTheProblemButReachesTheStudyAtTheUnload) {
   EXPECT_TRUE(found);
 }
 
-TEST_F(DataGridTest, UnloadStoresTheGridAndAnEmptyCellAsMissing) {
+TEST_F(DataGridTest, UnloadStoresTheEditedCellsAndAnEmptyCellAsMissing) {
   Show(0);
   auto put = [&](int rv, int run, int rep, const char* text) {
     auto [row, col] = Cell(rv, run, rep);
-    grid.SetText(row, col, text);
+    dg.PutEdited(row, col, text);
   };
   put(1, 2, 3, "12.5");
   put(2, 1, 1, "");
   put(1, 3, 1, "MAX");  // nothing stops a level text here
+  auto [row, col] = Cell(1, 1, 1);
+  grid.SetText(row, col, "999");  // not an edit: never stored
   dg.UnLoadDataGrid(study());
   EXPECT_EQ(study().GetData(1, 2, 3), 12.5f);
   EXPECT_EQ(study().GetData(2, 1, 1), MISSING_VALUE);
@@ -128,16 +139,72 @@ TEST_F(DataGridTest, UnloadStoresTheGridAndAnEmptyCellAsMissing) {
   EXPECT_EQ(study().GetData(1, 1, 1), 65.7f);
 }
 
-TEST_F(DataGridTest, CopyingTheArrayToTheGridAndBackChangesNoValue) {
-  // Values, flags and run order survive; notes are rebuilt in their rows.
+// Viewing never changes a stored value: in every layout a load and an
+// unload leave every cell, flag and note as it was, tiny values, an excluded
+// cell and notes of several replications of one run among them.
+TEST_F(DataGridTest, ViewingChangesNoValueFlagOrNoteInAnyLayout) {
+  study().SetData(1, 1, 1, 1.23e-6f);
+  study().SetData(1, 1, 2, -3e-7f);
+  study().SetData(2, 2, 2, 1e-30f);
+  study().AddNote(6, 1, "first replication");
+  study().AddNote(6, 2, "second | with a bar");
   const Study before = study();
   for (int mode : {0, 1, 2}) {
     Show(mode);
+    EXPECT_EQ(TextAt(1, 1, 1), "1.23E-06") << mode;
     dg.UnLoadDataGrid(study());
     for (int rv = 1; rv <= 2; ++rv)
       for (int run = 1; run <= 6; ++run)
-        for (int rep = 1; rep <= 3; ++rep) EXPECT_EQ(study().GetData(rv, run, rep), before.GetData(rv, run, rep)) << mode;
+        for (int rep = 1; rep <= 3; ++rep) {
+          EXPECT_EQ(study().GetData(rv, run, rep), before.GetData(rv, run, rep)) << mode;
+          EXPECT_EQ(study().GetFlag(rv, run, rep), before.GetFlag(rv, run, rep)) << mode;
+        }
+    ASSERT_EQ(study().Notes.Count(), before.Notes.Count()) << mode;
+    for (int i = 1; i <= before.Notes.Count(); ++i) {
+      EXPECT_EQ(study().Notes(i).sText, before.Notes(i).sText) << mode;
+      EXPECT_EQ(study().Notes(i).iRep, before.Notes(i).iRep) << mode;
+    }
   }
+  Show(1);
+  EXPECT_EQ(grid.Text(Cell(1, 6, 1).first, dg.NotesColumn()),
+            "(1) first replication | (2) second | with a bar | (3) HPLC down, impurity not measured");
+}
+
+// A run's notes cell of a horizontal layout is edited as it shows them: the
+// marked pieces go to their replications, an unmarked one to the first, and
+// no other run's notes change.
+TEST_F(DataGridTest, EditingARunsNotesCellRewritesThatRunsNotesOnly) {
+  Show(1);
+  int notesRow = Cell(1, 6, 1).first;
+  Type(notesRow, dg.NotesColumn(), "(3) HPLC fixed | (2) redone");
+  dg.UnLoadDataGrid(study());
+  std::vector<std::tuple<int, int, std::string>> notes;
+  for (const Note& n : study().Notes) notes.emplace_back(n.iRun, n.iRep, n.sText);
+  std::sort(notes.begin(), notes.end());
+  EXPECT_EQ(notes, (std::vector<std::tuple<int, int, std::string>>{
+                       {4, 2, "Sampler leaked; yield not trusted"}, {6, 2, "redone"}, {6, 3, "HPLC fixed"}}));
+  Type(notesRow, dg.NotesColumn(), "");
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(study().Notes.Count(), 1);
+}
+
+// An excluded cell reads as missing; a value typed into it is kept and the
+// exclusion ends. A value pasted or typed over an estimate is measured.
+TEST_F(DataGridTest, AValuePutInAnExcludedOrEstimatedCellIsAMeasuredOne) {
+  study().SetFlag(1, 2, 1, CELL_EXTRAPOLATED);
+  Show(1);
+  auto [row, col] = Cell(1, 4, 2);
+  EXPECT_EQ(grid.Text(row, col), "");
+  EXPECT_TRUE(Type(row, col, "81.5").changed);
+  auto [erow, ecol] = Cell(1, 2, 1);
+  dg.PutEdited(erow, ecol, "123.5");
+  std::string start;
+  EXPECT_TRUE(dg.BeforeEdit(erow, ecol, start));  // no longer an estimate on screen
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(study().GetData(1, 4, 2), 81.5f);
+  EXPECT_EQ(study().GetFlag(1, 4, 2), 0);
+  EXPECT_EQ(study().GetData(1, 2, 1), 123.5f);
+  EXPECT_EQ(study().GetFlag(1, 2, 1), 0);
 }
 
 TEST_F(DataGridTest, HighlightMarksEveryResponseOfARunAndReplication) {

@@ -32,6 +32,58 @@ TEST_F(GridCommandsTest, CopyThenPasteOverTheSameStudyChangesNothing) {
   }
 }
 
+// Rows and cells count as the clipboard has them: a copied column whose last
+// runs are missing ends in empty rows, and pasting it back asks nothing; a
+// blank pasted over a value clears it.
+TEST_F(GridCommandsTest, EmptyTrailingRowsAndCellsArePastedAsBlanks) {
+  OneReplication();
+  study().SetData(1, 7, 1, MISSING_VALUE);
+  study().SetData(1, 8, 1, MISSING_VALUE);
+  Show(1);
+  std::string text = CopyData(dg, grid, study());
+  EXPECT_EQ(text.substr(text.size() - 6), "\r\n\r\n\r\n");
+  ui->answers = {Answer::Yes};  // overwrite the data there; no other question may come
+  ASSERT_TRUE(PasteData(dg, grid, *problem, study(), text));
+  EXPECT_TRUE(ui->answers.empty());
+  EXPECT_EQ(ui->messages.size(), 1u);
+
+  // Blanks over runs 5 and 6, in a text ending in empty cells.
+  study().SetData(1, 7, 1, 1.0f);
+  study().SetData(1, 8, 1, 2.0f);
+  Show(1);
+  ui->answers = {Answer::Yes};
+  ASSERT_TRUE(PasteData(dg, grid, *problem, study(), "1\r\n2\r\n3\r\n4\r\n\r\n\r\n7\r\n8\r\n"));
+  dg.UnLoadDataGrid(study());
+  EXPECT_EQ(study().GetData(1, 5, 1), MISSING_VALUE);
+  EXPECT_EQ(study().GetData(1, 6, 1), MISSING_VALUE);
+  EXPECT_EQ(study().GetData(1, 8, 1), 8.0f);
+}
+
+// A value pasted over an estimate is measured: not an estimate colour, open
+// to typing, and the next wipe leaves it.
+TEST_F(GridCommandsTest, AValuePastedOverAnEstimateIsMeasuredAndSurvivesTheWipe) {
+  study().SetData(1, 2, 2, MISSING_VALUE);
+  ASSERT_TRUE(Extrapolate(*problem, study()));
+  Show(1);
+  auto [row, col] = Cell(1, 2, 2);
+  EXPECT_EQ(grid.Fore(row, col), gSettings.ExtrapolatedData);
+  ASSERT_TRUE(PasteToCursor(dg, grid, *problem, study(), "123.5", row, col));
+  EXPECT_NE(grid.Fore(row, col), gSettings.ExtrapolatedData);
+  dg.UnLoadDataGrid(study());
+  EXPECT_FALSE(WipeExtrapolated(*problem, study()));  // nothing left to wipe
+  EXPECT_EQ(study().GetData(1, 2, 2), 123.5f);
+}
+
+TEST_F(GridCommandsTest, CopyTakesTheSelectionWhenThereIsOne) {
+  Show(1);
+  auto [row, col] = Cell(1, 3, 1);
+  Grid::Range two{row, col, 2, 2};
+  EXPECT_EQ(CopyData(dg, grid, study(), &two), grid.Text(row, col) + "\t" + grid.Text(row, col + 1) + "\r\n" +
+                                                    grid.Text(row + 1, col) + "\t" + grid.Text(row + 1, col + 1) + "\r\n");
+  Grid::Range one{row, col, 1, 1};  // a single cell is no selection: the whole data area
+  EXPECT_EQ(CopyData(dg, grid, study(), &one), CopyData(dg, grid, study()));
+}
+
 TEST_F(GridCommandsTest, PasteTakesNewlineRowsAndLeavesNonNumbersAlone) {
   Show(1);
   std::string text;
