@@ -159,6 +159,10 @@ bool DesignSelection::DesSelOK(int row) {
     return false;
   }
   study_.ZapDesign();
+  // The block builders add their noise factors to the study; a build that
+  // fails (the shuffle of a random Latin square can step past the square)
+  // leaves the factors as they were, so that the table offers it again.
+  const auto factorsBefore = study_.Factors;
   std::int16_t ok = 0;
   if (d.sTag == "2KP") ok = Get2kpDesign(study_, d);
   else if (d.sTag == "BLOCK1") ok = GetBlocked1(study_, d);
@@ -173,6 +177,7 @@ bool DesignSelection::DesSelOK(int row) {
     study_.iDesFlag = d.iFlag;
   } else {
     study_.ZapDesign();
+    study_.Factors = factorsBefore;
   }
   DesignChanged = true;
   return true;

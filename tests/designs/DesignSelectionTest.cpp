@@ -135,6 +135,38 @@ TEST_F(DesignSelectionTest, AcceptingARowBuildsTheDesignAndNamesIt) {
   EXPECT_EQ(ui->messages.back().kind, "info");
 }
 
+// The random square's shuffle can step past the square (about one build in
+// three at side 3); then the message stands, no design results, and the
+// study keeps its one factor so that the square is offered again.
+TEST_F(DesignSelectionTest, AFailedLatinSquareLeavesTheStudysFactorsForAnotherTry) {
+  gSettings.StandardLatinSquare = false;
+  std::string f = AddFactor(3);
+  AddFactor(3, FACTOR_NOISE, "Operator");
+  AddFactor(3, FACTOR_NOISE, "Machine");
+  Study& s = MakeStudy({f});
+  int failed = 0, built = 0;
+  for (int attempt = 0; attempt < 60 && (failed == 0 || built == 0); ++attempt) {
+    DesignSelection t = Loaded(s);
+    auto square = std::find_if(t.rows.begin(), t.rows.end(), [](const Design& d) { return d.sTag == "BLOCK2"; });
+    ASSERT_NE(square, t.rows.end());
+    ui->messages.clear();
+    ASSERT_TRUE(t.DesSelOK(static_cast<int>(square - t.rows.begin()) + 1));
+    if (s.sDesignName.empty()) {
+      ++failed;
+      EXPECT_NE(ui->messages.back().text.find("[GetLatinSquare]"), std::string::npos);
+      EXPECT_EQ(s.Factors.Count(), 1);
+      EXPECT_EQ(s.iNumRuns, 0);
+    } else {
+      ++built;
+      EXPECT_EQ(s.Factors.Count(), 3);
+      s.ZapDesign();
+      while (s.Factors.Count() > 1) s.Factors.Remove(s.Factors.Count());
+    }
+  }
+  EXPECT_GT(failed, 0);
+  EXPECT_GT(built, 0);
+}
+
 TEST_F(DesignSelectionTest, TheWizardAdvisesByTheFactorSet) {
   auto a = Loaded(StudyOf(5, 2)).DesWizard();
   EXPECT_EQ(a.heading, SubstituteCopy(GetText("DWtxt02"), "5"));
