@@ -1,5 +1,6 @@
 #include "shell/frmStudy.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -157,7 +158,14 @@ void frmStudy::FromForm() {
 }
 
 bool frmStudy::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == txtReps && event->type() == QEvent::FocusOut) txtReps_LostFocus();
+  // The box is left only for another control of this dialog: a question or
+  // an error box taking the focus is not a leaving (its answer is still to
+  // come), and neither is Cancel, which must close the dialog whatever the
+  // box holds. Qt names the new focus before it tells the old one.
+  if (watched == txtReps && event->type() == QEvent::FocusOut) {
+    QWidget* next = QApplication::focusWidget();
+    if (next && next != cmdCancel && isAncestorOf(next)) txtReps_LostFocus();
+  }
   return QDialog::eventFilter(watched, event);
 }
 

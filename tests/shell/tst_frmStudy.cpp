@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
@@ -12,6 +13,7 @@
 #include <set>
 
 #include "ShellTestSupport.h"
+#include "shell/QtUi.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmQuick.h"
 #include "shell/frmStudy.h"
@@ -42,6 +44,35 @@ void CheckRunOrder(const Study& s) {
     QCOMPARE(*seen.begin(), 1);
     QCOMPARE(*seen.rbegin(), int(s.iNumRuns));
   }
+}
+
+// The program's real message boxes, each one recorded before it shows.
+class RecordingQtUi : public QtUi {
+ public:
+  void ErrorBox(const std::string& text) override {
+    shown.push_back(text);
+    QtUi::ErrorBox(text);
+  }
+  Answer YesNoBox(const std::string& text) override {
+    shown.push_back(text);
+    return QtUi::YesNoBox(text);
+  }
+  std::vector<std::string> shown;
+};
+
+// Presses a button of the next message box as soon as it is up and has the
+// focus, so that the focus really moves to it and back.
+void PressWhenAsked(QMessageBox::StandardButton which) {
+  auto* timer = new QTimer;
+  timer->setInterval(5);
+  QObject::connect(timer, &QTimer::timeout, [timer, which] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->isActiveWindow()) return;
+    timer->stop();
+    timer->deleteLater();
+    box->button(which)->click();
+  });
+  timer->start();
 }
 
 // Fills cells of a table's row, from the column given on.
@@ -114,6 +145,53 @@ class tst_frmStudy : public QObject {
     QCOMPARE(s.ANOVA_sRVkey, std::string("v1"));  // 2 to 3 keeps the analyses
     QCOMPARE(s.GetData(1, 1, 1), 666.2f);         // the data of the older replications stay
     QCOMPARE(s.GetData(1, 1, 3), MISSING_VALUE);
+  }
+
+  // Typing 3 over 4 replications of a study with data asks first; No must
+  // leave the count and every observation as they were, although the
+  // question box took the focus from the replications box and gave it back.
+  // With a count out of range in the box, Cancel still closes the dialog.
+  void answeringNoOrCancellingLeavesTheReplicationsAndEveryObservation() {
+    QVERIFY(test::OpenSample("PoisonSurvival"));
+    auto* ui = new RecordingQtUi;
+    InstallUi(std::unique_ptr<Ui>(ui));
+    const Study before = gProblem->Studies(1);
+    QCOMPARE(before.iReps, std::int16_t(4));
+    {
+      frmStudy d(3, "s1");
+      d.show();
+      QVERIFY(QTest::qWaitForWindowActive(&d));
+      d.txtReps->setFocus();
+      d.txtReps->selectAll();
+      PressWhenAsked(QMessageBox::No);
+      QTest::keyClicks(d.txtReps, "3");
+      QCOMPARE(ui->shown, std::vector<std::string>{GetText("STUmsg3")});
+      QCOMPARE(d.txtReps->text(), QString("4"));
+      d.txtName->setFocus();  // leave the box for another control
+      QCOMPARE(gStudyEdit.iReps, std::int16_t(4));
+      d.cmdOK->click();
+      QCOMPARE(d.result(), int(QDialog::Accepted));
+    }
+    const Study& after = gProblem->Studies(1);
+    QCOMPARE(after.iReps, std::int16_t(4));
+    for (int run = 1; run <= before.iNumRuns; ++run)
+      for (int rep = 1; rep <= 4; ++rep) QCOMPARE(after.GetData(1, run, rep), before.GetData(1, run, rep));
+
+    ui->shown.clear();
+    frmStudy d(3, "s1");
+    d.show();
+    QVERIFY(QTest::qWaitForWindowActive(&d));
+    d.txtReps->setFocus();
+    d.txtReps->selectAll();
+    PressWhenAsked(QMessageBox::Yes);  // go on although the study has data
+    QTest::keyClicks(d.txtReps, "99");
+    PressWhenAsked(QMessageBox::Yes);  // yes, cancel the changes
+    QTest::mouseClick(d.cmdCancel, Qt::LeftButton);
+    QCOMPARE(d.result(), int(QDialog::Rejected));
+    QVERIFY(!d.isVisible());
+    for (const std::string& text : ui->shown) QVERIFY(text.find(GetText("QCKerr3")) == std::string::npos);
+    QCOMPARE(gProblem->Studies(1).iReps, std::int16_t(4));
+    InstallUi(std::make_unique<ScriptedUi>());
   }
 
   // The factor rows are checked before the response's name.
