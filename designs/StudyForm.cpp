@@ -39,6 +39,24 @@ std::string StudyForm::Begin(int m, const std::string& studyKey) {
   } else {
     const Study* s = gProblem->Studies.Find(studyKey);
     if (!s) return "";
+    if (m == 2) {
+      // A copy is unlocked and so reads its factors and responses from the
+      // problem: a locked study whose factor or response has since been
+      // deleted there cannot be copied.
+      std::string missing;
+      auto note = [&](const std::string& what) { missing += (missing.empty() ? "" : ", ") + what; };
+      for (const Item& item : s->Factors)
+        if (!gProblem->Factors.Find(item.sKey)) {
+          const Factor* own = s->MyFactors.Find(item.sKey);
+          note("the factor \"" + (own ? own->sName : item.sKey) + "\"");
+        }
+      for (const StudyRespVar& srv : s->StudyRespVars)
+        if (!gProblem->RespVars.Find(srv.sKey)) {
+          const RespVar* own = s->MyRespVars.Find(srv.sKey);
+          note("the response variable \"" + (own ? own->sName : srv.sKey) + "\"");
+        }
+      if (!missing.empty()) return SubstituteCopy(GetText("STUerr4"), missing);
+    }
     gStudyEdit = *s;
     if (m == 2) {
       gStudyEdit.sKey.clear();
@@ -232,6 +250,13 @@ StudyForm::Complaint StudyForm::StudyOK() {
       gStudy = s;
     }
   } else {
+    // A new study, a copy too, starts with an empty data array: the
+    // original's observations are no measurements of the copy.
+    if (mode == 2) {
+      gStudyEdit.SetDataArray();
+      gStudyEdit.ZapNotes();
+      if (gStudyEdit.iSequence == 0) gStudyEdit.Randomise();
+    }
     key = gProblem->GetNextNode("s");
     gStudyEdit.sKey = key;
     gStudy = gProblem->AddStudy(gStudyEdit);
