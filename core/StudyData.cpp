@@ -128,6 +128,9 @@ float Study::GetDataXformed(int rv, int run, int rep) const {
 // A value that the transform cannot take (y + a at or below 0) becomes missing,
 // so that it counts as missing in every statistic. Box-Cox with b = 0 is the
 // base-10 logarithm, the limit of the family as this program writes it.
+// Everything is worked in 32-bit floats, the power too: near b = 0 the
+// subtraction of 1 then keeps what a float keeps, and the transformed
+// figures are those users compare with earlier reports.
 void Study::TransformByRV(float& value, int rv) const {
   if (rv < 1 || rv > StudyRespVars.Count()) return;
   const StudyRespVar& srv = StudyRespVars(rv);
@@ -138,12 +141,13 @@ void Study::TransformByRV(float& value, int rv) const {
     return;
   }
   if (srv.iType == 2 && srv.fParam2 != 0.0f) {
-    value = static_cast<float>((std::pow(static_cast<double>(v), static_cast<double>(srv.fParam2)) - 1.0) /
-                               static_cast<double>(srv.fParam2));
+    float power = std::pow(v, srv.fParam2);
+    value = (power - 1.0f) / srv.fParam2;
   } else if (srv.iType == 2) {
-    value = static_cast<float>(std::log10(static_cast<double>(v)));
+    value = std::log10(v);
   } else {
-    value = static_cast<float>(std::log(static_cast<double>(v)) / std::log(10.0));
+    float ln = std::log(v), ln10 = std::log(10.0f);
+    value = ln / ln10;
   }
 }
 
