@@ -124,7 +124,9 @@ bool WriteWorksheet(const Problem& problem, const Study& study, const std::strin
       for (int f = 1; f <= nF; ++f) cells.push_back(study.GetTreatmentLevelName(f, run));
       for (int rv = 1; rv <= nRV; ++rv) {
         float v = study.DoesArrayExist() ? study.GetData(rv, run, r) : MISSING_VALUE;
-        cells.push_back(v > MISSING_VALUE ? RIGHT + ShortestText(v) : "________");
+        // The blank to write on stands where a figure would, right-aligned,
+        // so a figure before it keeps its gap.
+        cells.push_back(RIGHT + (v > MISSING_VALUE ? ShortestText(v) : std::string("________")));
       }
       rep.RepSendFormatted(Row(cells), true);
     }
@@ -179,10 +181,15 @@ bool WriteStats(const Problem& problem, const Study& study, const Statistics& st
     figures("", PadLeft(std::to_string(run), 4), [&](int rv, int s) {
       return Number(s == 0 ? st.SampAvg(run, rv) : s == 1 ? st.SampRng(run, rv) : st.SampSig(run, rv));
     });
-  figures("Mean:", "", [&](int rv, int s) { return Number(s == 0 ? st.AvgAvg(rv) : s == 1 ? st.RngAvg(rv) : st.SigAvg(rv)); });
-  figures(GetText("Min"), "", [&](int rv, int s) { return s == 0 ? Number(st.ObsMin(rv)) : ""; });
-  figures(GetText("Max"), "", [&](int rv, int s) { return s == 0 ? Number(st.ObsMax(rv)) : ""; });
-  figures(GetText("Mean"), "", [&](int rv, int s) { return s == 0 ? Number(st.AvgAvg(rv)) : ""; });
+  // A response without data has no overall figures: its sums stand at their
+  // starting values (0, and the extremes at +-1e9), which are no results.
+  auto overall = [&](int rv, float value) { return st.flag(rv) & STATS_NO_DATA ? std::string() : Number(value); };
+  figures("Mean:", "", [&](int rv, int s) {
+    return overall(rv, s == 0 ? st.AvgAvg(rv) : s == 1 ? st.RngAvg(rv) : st.SigAvg(rv));
+  });
+  figures(GetText("Min"), "", [&](int rv, int s) { return s == 0 ? overall(rv, st.ObsMin(rv)) : ""; });
+  figures(GetText("Max"), "", [&](int rv, int s) { return s == 0 ? overall(rv, st.ObsMax(rv)) : ""; });
+  figures(GetText("Mean"), "", [&](int rv, int s) { return s == 0 ? overall(rv, st.AvgAvg(rv)) : ""; });
 
   // By factor level: the observations of the runs at each level.
   Section(rep, "FacStat");

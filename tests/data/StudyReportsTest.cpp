@@ -62,6 +62,40 @@ TEST_F(StudyReportsTest, StatisticsReportGivesPerRunAndOverallFigures) {
   EXPECT_NE(text.find("\n  275          666.2     795.3     726.4\n"), std::string::npos) << text;
 }
 
+// Two responses side by side: a figure and the blank after it keep a gap in
+// every column mode, and a response without any data has blank overall
+// figures rather than the starting values of its sums.
+TEST_F(StudyReportsTest, BlanksStandApartAndAResponseWithoutDataHasNoFigures) {
+  auto p = Sample("CatalystTrial");
+  Study& s = p->Studies(1);
+  for (int mode : {0, 1, 2}) {
+    gSettings.ReportMode = static_cast<std::int16_t>(mode);
+    ASSERT_TRUE(WriteWorksheet(*p, s, dir / "w.txt"));
+    std::string text = ReadFile(dir / "w.txt");
+    std::size_t figure = text.find("84.5");  // run 6, replication 3: Impurity not measured
+    ASSERT_NE(figure, std::string::npos) << mode << text;
+    std::size_t blank = text.find("________", figure);
+    EXPECT_GT(blank, figure + 4) << mode << text;
+    EXPECT_EQ(text.find_first_not_of(" \t", figure + 4), blank) << mode << text;
+  }
+  for (int run = 1; run <= s.iNumRuns; ++run)
+    for (int rep = 1; rep <= s.iReps; ++rep) s.SetData(2, run, rep, MISSING_VALUE);
+  gSettings.ReportMode = 1;
+  Statistics st;
+  ASSERT_EQ(StatsRefusal(&s, st), "");
+  ASSERT_TRUE(WriteStats(*p, s, st, dir / "s.txt"));
+  std::string text = ReadFile(dir / "s.txt");
+  // Yield's figures alone: its mean, range and standard deviation, or its extreme.
+  for (auto [line, figures] : {std::pair{"Mean:", 3}, {"Min", 1}, {"Max", 1}}) {
+    std::size_t at = text.find(std::string("\n") + line);
+    ASSERT_NE(at, std::string::npos) << line;
+    std::istringstream row(text.substr(at + 1, text.find('\n', at + 1) - at - 1));
+    int words = 0;
+    for (std::string word; row >> word;) ++words;
+    EXPECT_EQ(words, 1 + figures) << row.str();
+  }
+}
+
 TEST_F(StudyReportsTest, CommandsRefuseWithoutEditorDesignOrDataAndNumberTheirFiles) {
   ShowWorksheet(*problem, &study());  // no editor by default
   EXPECT_EQ(ui->messages.back().text, GetText("MNerra"));
