@@ -20,6 +20,13 @@ ANOVAForm::ANOVAForm(Study& study, const Statistics& stats) : study_(study), sta
   for (std::size_t i = 0; i < rvList.size(); ++i)
     if (rvList[i].key == study.ANOVA_sRVkey) chosen = static_cast<int>(i);
   SelectRV(chosen);
+  rvIndexBefore_ = rvIndex;
+  optionBefore_ = option;
+  alphaBefore_ = txtAlpha;
+}
+
+bool ANOVAForm::Edited() const {
+  return changed || rvIndex != rvIndexBefore_ || option != optionBefore_ || Trim(txtAlpha) != alphaBefore_;
 }
 
 void ANOVAForm::Enable() {
@@ -119,7 +126,9 @@ ANOVAForm::Outcome ANOVAForm::OK(std::string& message) {
       return Outcome::Noticed;
     }
   }
-  study_.ANOVA_sRVkey = rvList[static_cast<std::size_t>(rvIndex)].key;
+  const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
+  stored = changed || key != study_.ANOVA_sRVkey || alpha != study_.ANOVA_fAlpha || option != study_.ANOVA_iVariable;
+  study_.ANOVA_sRVkey = key;
   study_.ANOVA_fAlpha = alpha;
   study_.ANOVA_iVariable = static_cast<std::int16_t>(option);
   return Outcome::Accepted;

@@ -46,6 +46,8 @@ class ANOVAForm {
   Outcome OK(std::string& message);
   // Cancel: the pooling flags go back to what they were.
   void Cancel();
+  // Whether anything was changed in the dialog, for the question of Cancel.
+  bool Edited() const;
 
   std::vector<RVListEntry> rvList;
   int rvIndex = -1;
@@ -54,6 +56,7 @@ class ANOVAForm {
   bool optionEnabled[3] = {true, false, false};
   bool poolingEnabled = false;
   bool changed = false;  // the pool list was touched
+  bool stored = false;   // OK changed what the study holds: the problem is changed
   std::vector<PoolRow> pool;
 
  private:
@@ -66,6 +69,8 @@ class ANOVAForm {
   int pooledCount_ = 0;
   float errorSS_ = 0, totalSS_ = 0;
   bool noticed_ = false;
+  int rvIndexBefore_ = -1, optionBefore_ = 0;
+  std::string alphaBefore_;
 };
 
 }  // namespace kestrow

@@ -174,6 +174,8 @@ void frmANOVA::cmdOK_Click() {
 }
 
 void frmANOVA::reject() {
+  form_.txtAlpha = txtAlpha->text().toStdString();
+  if (!ConfirmCancel(form_.Edited())) return;
   form_.Cancel();
   QDialog::reject();
 }

@@ -32,6 +32,8 @@ class frmANOVA : public QDialog {
 
   // True when the pool list was touched.
   bool Changed() const { return form_.changed; }
+  // True when OK changed what the study holds.
+  bool Stored() const { return form_.stored; }
 
  protected:
   void reject() override;

@@ -21,12 +21,15 @@ namespace kestrow {
 
 namespace {
 
-// The dialog of an analysis, run modally; true on OK.
-bool EditAnalysis(int code, Study& study, QWidget* parent) {
+// The dialog of an analysis, run modally; true on OK, with changed telling
+// whether OK changed what the study holds.
+bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
   switch (code) {
     case ANALYSIS_ANOVA: {
       frmANOVA dialog(study, gStats, parent);
-      return dialog.exec() == QDialog::Accepted;
+      if (dialog.exec() != QDialog::Accepted) return false;
+      changed = dialog.Stored();
+      return true;
     }
     default:
       return false;
@@ -47,8 +50,9 @@ void frmMain::ShowEditAnalysis(int mode) {
   }
   if (mode != 1 || !IsAnalysisSetUp(*gStudy, gStats, code)) {
     // The dialog works on its own copy of the statistics.
-    if (!EditAnalysis(code, *gStudy, this)) return;
-    gProblem->bChanged = true;
+    bool changed = true;
+    if (!EditAnalysis(code, *gStudy, this, changed)) return;
+    if (changed) gProblem->bChanged = true;
   }
   ClearPane();
   DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew

@@ -70,9 +70,42 @@ class tst_frmANOVA : public QObject {
     QVERIFY(study_->Contrasts(ab + 1).bPooled);  // the rows are the contrasts in order
     d.cmdPooling->click();
     QVERIFY(!d.fra1->isVisible());
+    gSettings.ConfirmCancel = true;
+    d.cmdCancel->click();  // asks first, and No keeps the dialog with its ticks
+    QCOMPARE(ui_->messages.back().kind, std::string("yesno"));
+    QVERIFY(d.isVisible());
+    QVERIFY(study_->Contrasts(ab + 1).bPooled);
+    ui_->answers.push_back(Answer::Yes);
     d.cmdCancel->click();
+    QVERIFY(!d.isVisible());
     QVERIFY(!study_->Contrasts(ab + 1).bPooled);
     QVERIFY(study_->ANOVA_sRVkey.empty());
+  }
+
+  // Cancel asks only after a change; OK with nothing changed leaves the
+  // problem unchanged, and a new alpha changes it.
+  void cancelAsksOnlyAfterAChangeAndOKMarksOnlyAChange() {
+    gSettings.ConfirmCancel = true;
+    study_->ANOVA_sRVkey = "v1";
+    gStats.Compute(*study_);
+    {
+      frmANOVA d(*study_, gStats);
+      d.show();
+      d.cmdCancel->click();
+      QVERIFY(ui_->messages.empty());
+      QVERIFY(!d.isVisible());
+    }
+    {
+      frmANOVA d(*study_, gStats);
+      d.cmdOK->click();
+      QCOMPARE(d.result(), int(QDialog::Accepted));
+      QVERIFY(!d.Stored());
+    }
+    frmANOVA d(*study_, gStats);
+    d.txtAlpha->setText("0.05");
+    d.cmdOK->click();
+    QVERIFY(d.Stored());
+    QCOMPARE(study_->ANOVA_fAlpha, 0.05f);
   }
 
   void okRefusesABadAlphaAndStoresAGoodOne() {
