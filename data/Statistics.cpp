@@ -46,13 +46,20 @@ template <class Read>
 void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool overall, int& lastCount) {
   std::int16_t flag = STATS_COMPLETE | STATS_NO_DATA | STATS_BALANCED;
   float obsMin = TARGET_MAX, obsMax = TARGET_MIN;
-  float sum32 = 0.0f, sumSq32 = 0.0f;
+  // The overall sums are taken about the response's first good value, so
+  // that far from zero their difference keeps its digits; 32-bit, as the
+  // overall figure always was.
+  float sum32 = 0.0f, sumSq32 = 0.0f, origin32 = 0.0f;
+  bool haveOrigin32 = false;
   float avgAcc = 0.0f, rngAvg = 0.0f, sigAvg = 0.0f;
   int goodObs = 0, goodSamps = 0;
   std::size_t base = static_cast<std::size_t>(rv) * static_cast<std::size_t>(runs + 1);
 
   for (int run = 1; run <= runs; ++run) {
-    double sum = 0.0, sumSq = 0.0;
+    // sum feeds the averages; the spread is summed about the run's first
+    // good value (origin), so that equal readings give exactly 0 whatever
+    // their size and a small spread far from zero keeps its digits.
+    double sum = 0.0, dSum = 0.0, dSumSq = 0.0, origin = 0.0;
     int count = 0;
     float runMin = TARGET_MAX, runMax = TARGET_MIN;
     for (int rep = 1; rep <= reps; ++rep) {
@@ -62,11 +69,19 @@ void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool ove
         continue;
       }
       double x = Decimal(value);
+      if (count == 0) origin = x;
       sum += x;
-      sumSq += x * x;
+      double d = x - origin;
+      dSum += d;
+      dSumSq += d * d;
       if (overall) {
-        sum32 += value;
-        sumSq32 += value * value;
+        if (!haveOrigin32) {
+          origin32 = value;
+          haveOrigin32 = true;
+        }
+        float d32 = value - origin32;
+        sum32 += d32;
+        sumSq32 += d32 * d32;
       }
       ++count;
       if (value < runMin) runMin = value;
@@ -85,7 +100,7 @@ void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool ove
     if (count > 1) {
       sampRng_[at] = static_cast<float>(Decimal(runMax) - Decimal(runMin));
       // The absolute value guards against a tiny negative difference.
-      sampSig_[at] = static_cast<float>(std::sqrt(std::fabs((sumSq - sum * sum / count) / (count - 1))));
+      sampSig_[at] = static_cast<float>(std::sqrt(std::fabs((dSumSq - dSum * dSum / count) / (count - 1))));
       rngAvg += sampRng_[at];
       sigAvg += sampSig_[at];
     }

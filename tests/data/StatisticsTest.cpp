@@ -6,7 +6,9 @@
 
 #include "core/Study.h"
 #include "core/TestSupport.h"
+#include "core/Text.h"
 #include "data/Statistics.h"
+#include "stats/Formatters.h"
 
 namespace kestrow {
 namespace {
@@ -84,6 +86,46 @@ TEST(Statistics, BalanceIsClearedByAChangeOfCountUnlessTheRememberedCountWasZero
   st.Compute(Make({{{1, 2}, {3, 4}}, {{5, M}, {6, M}}}));
   EXPECT_NE(st.flag(1) & STATS_BALANCED, 0);
   EXPECT_EQ(st.flag(2) & STATS_BALANCED, 0);  // 2 before it, 1 now
+}
+
+// Far from zero with a small spread: each figure against a two-pass
+// computation in long double from the values as the study holds them (per
+// run by their decimal text, overall by the float itself), compared to the
+// four digits a report prints. Equal readings give exactly 0.
+TEST(Statistics, SpreadsFarFromZeroAgreeWithATwoPassComputation) {
+  auto twoPass = [](const std::vector<long double>& x) {
+    long double mean = 0, ss = 0;
+    for (long double v : x) mean += v;
+    mean /= static_cast<long double>(x.size());
+    for (long double v : x) ss += (v - mean) * (v - mean);
+    return static_cast<double>(std::sqrt(ss / static_cast<long double>(x.size() - 1)));
+  };
+  const std::vector<std::vector<float>> runs = {{1000000.1f, 1000000.1f, 1000000.1f},
+                                                {1e6f, 1e6f + 0.06f, 1e6f + 0.1f},
+                                                {12345.67f, 12345.67f, 12345.67f},
+                                                {9999999.0f, 1e7f, 10000002.0f},
+                                                {-3456789.5f, -3456789.0f, -3456788.5f}};
+  Statistics st;
+  ASSERT_TRUE(st.Compute(Make({runs})));
+  std::vector<long double> all;
+  for (std::size_t r = 0; r < runs.size(); ++r) {
+    std::vector<long double> decimal;
+    for (float v : runs[r]) {
+      decimal.push_back(std::stold(ShortestText(v)));
+      all.push_back(v);
+    }
+    int run = static_cast<int>(r + 1);
+    EXPECT_EQ(FormatSF(4, st.SampSig(run, 1)), FormatSF(4, static_cast<float>(twoPass(decimal)))) << run;
+  }
+  EXPECT_EQ(st.SampSig(1, 1), 0.0f);
+  EXPECT_EQ(st.SampSig(3, 1), 0.0f);
+  EXPECT_EQ(FormatSF(4, st.SampSig(2, 1)), "0.05033");
+  // The five runs as one sample: a spread of millions, so 32-bit sums are
+  // enough once taken about the first value.
+  EXPECT_EQ(FormatSF(4, st.SigInd(1)), FormatSF(4, static_cast<float>(twoPass(all))));
+  Statistics near;
+  ASSERT_TRUE(near.Compute(Make({{{1e7f, 1e7f + 1, 1e7f + 3}, {1e7f + 2, 1e7f, 1e7f}}})));
+  EXPECT_EQ(FormatSF(4, near.SigInd(1)), FormatSF(4, static_cast<float>(twoPass({1e7L, 1e7L + 1, 1e7L + 3, 1e7L + 2, 1e7L, 1e7L}))));
 }
 
 TEST(Statistics, ComputeRVReadsTheConfiguredResponseThroughItsTransform) {
