@@ -10,6 +10,7 @@
 #include <limits>
 #include <vector>
 
+#include "core/AtomicFile.h"
 #include "core/CodePage.h"
 #include "core/Paths.h"
 
@@ -19,9 +20,12 @@ namespace {
 
 std::string SystemError(int err) { return std::strerror(err); }
 
-// Reads the whole file into a buffer of exactly its size.
-bool ReadWholeFile(const std::string& path, std::unique_ptr<std::uint8_t[]>& buffer, std::size_t& size,
-                   std::string& error) {
+// Reads a problem file into a buffer. A file that does not begin with the
+// magic string is read no further than the magic's bytes, which is enough for
+// the reader to refuse it (an endless stream such as /dev/zero included); a
+// file beyond the largest one the format can address is refused.
+bool ReadProblemBytes(const std::string& path, std::unique_ptr<std::uint8_t[]>& buffer, std::size_t& size,
+                      std::string& error) {
   int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) {
     error = SystemError(errno);
@@ -33,17 +37,35 @@ bool ReadWholeFile(const std::string& path, std::unique_ptr<std::uint8_t[]>& buf
     ::close(fd);
     return false;
   }
-  std::size_t capacity = static_cast<std::size_t>(st.st_size);
+  auto tooLarge = [&] {
+    error = "The file is larger than a problem file can be (" + std::to_string(FileIO::MAX_FILE_BYTES) + " bytes)";
+    ::close(fd);
+    return false;
+  };
+  if (S_ISREG(st.st_mode) && static_cast<unsigned long long>(st.st_size) > FileIO::MAX_FILE_BYTES) return tooLarge();
+  std::size_t capacity = S_ISREG(st.st_mode) ? static_cast<std::size_t>(st.st_size) : 65536;
   buffer.reset(new std::uint8_t[capacity + 1]);
   size = 0;
+  static const std::uint8_t MAGIC[] = {4, 0, 'K', 'S', 'T', 'W'};
+  std::size_t limit = sizeof MAGIC;  // first the magic, then the rest
   for (;;) {
-    if (size == capacity + 1) {  // the file grew while it was read
-      std::unique_ptr<std::uint8_t[]> bigger(new std::uint8_t[capacity * 2 + 2]);
-      std::memcpy(bigger.get(), buffer.get(), size);
-      buffer = std::move(bigger);
-      capacity = capacity * 2 + 1;
+    if (size == limit) {
+      if (limit == sizeof MAGIC) {
+        if (std::memcmp(buffer.get(), MAGIC, sizeof MAGIC) != 0) break;
+        limit = FileIO::MAX_FILE_BYTES + 1;
+        continue;
+      }
+      return tooLarge();
     }
-    ssize_t n = ::read(fd, buffer.get() + size, capacity + 1 - size);
+    if (size == capacity + 1) {  // the file grew while it was read, or is a stream
+      std::size_t bigger = std::min<std::size_t>(capacity * 2 + 2, FileIO::MAX_FILE_BYTES + 1);
+      std::unique_ptr<std::uint8_t[]> grown(new std::uint8_t[bigger + 1]);
+      std::memcpy(grown.get(), buffer.get(), size);
+      buffer = std::move(grown);
+      capacity = bigger;
+    }
+    std::size_t room = std::min(capacity + 1, limit) - size;
+    ssize_t n = ::read(fd, buffer.get() + size, room);
     if (n < 0) {
       if (errno == EINTR) continue;
       error = SystemError(errno);
@@ -54,59 +76,6 @@ bool ReadWholeFile(const std::string& path, std::unique_ptr<std::uint8_t[]>& buf
     size += static_cast<std::size_t>(n);
   }
   ::close(fd);
-  return true;
-}
-
-// Writes the bytes to a new file beside the target, flushes it to disk and
-// renames it over the target.
-bool CommitFile(const std::string& path, const std::uint8_t* bytes, std::size_t size, std::string& error) {
-  std::string folder = GetFPath(path);
-  std::string tmpl = JoinPath(folder.empty() ? "." : folder, "." + GetFName(path) + ".XXXXXX");
-  std::vector<char> name(tmpl.begin(), tmpl.end());
-  name.push_back('\0');
-  int fd = ::mkstemp(name.data());
-  if (fd < 0) {
-    error = SystemError(errno);
-    return false;
-  }
-  std::string tmp(name.data());
-  auto fail = [&](int err) {
-    error = SystemError(err);
-    ::close(fd);
-    ::unlink(tmp.c_str());
-    return false;
-  };
-  // A file saved over keeps its permissions; a new one gets the usual ones.
-  struct stat st {};
-  mode_t mode = 0666;
-  if (::stat(path.c_str(), &st) == 0) {
-    mode = st.st_mode & 07777;
-  } else {
-    mode_t mask = ::umask(0);
-    ::umask(mask);
-    mode &= ~mask;
-  }
-  if (::fchmod(fd, mode) != 0) return fail(errno);
-  std::size_t done = 0;
-  while (done < size) {
-    ssize_t n = ::write(fd, bytes + done, size - done);
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      return fail(errno);
-    }
-    done += static_cast<std::size_t>(n);
-  }
-  if (::fsync(fd) != 0) return fail(errno);
-  if (::close(fd) != 0) {
-    error = SystemError(errno);
-    ::unlink(tmp.c_str());
-    return false;
-  }
-  if (::rename(tmp.c_str(), path.c_str()) != 0) {
-    error = SystemError(errno);
-    ::unlink(tmp.c_str());
-    return false;
-  }
   return true;
 }
 
@@ -122,15 +91,11 @@ bool FileIO::OpenIO(const std::string& path, Mode mode) {
   size_ = 0;
   open_ = false;
   if (mode == Mode::Read) {
-    if (!ReadWholeFile(path, buffer_, size_, error_)) return false;
+    if (!ReadProblemBytes(path, buffer_, size_, error_)) return false;
     capacity_ = size_;
   } else {
     // Refuse at once a target that cannot be written, before any work is done.
-    std::string folder = GetFPath(path);
-    if (::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0) {
-      error_ = SystemError(errno);
-      return false;
-    }
+    if (!CanWriteFile(path, error_)) return false;
   }
   open_ = true;
   return true;
@@ -141,7 +106,12 @@ bool FileIO::CloseIO() {
   open_ = false;
   bool ok = true;
   if (mode_ == Mode::Write) {
-    ok = !writeFailed_ && CommitFile(path_, buffer_.get(), size_, error_);
+    if (!writeFailed_ && size_ > MAX_FILE_BYTES) {
+      writeFailed_ = true;
+      error_ = "The problem is too large to be saved: a problem file holds at most " +
+               std::to_string(MAX_FILE_BYTES) + " bytes";
+    }
+    ok = !writeFailed_ && WriteFileAtomically(path_, buffer_.get(), size_, error_);
   }
   buffer_.reset();
   size_ = capacity_ = pos_ = 0;
@@ -178,11 +148,12 @@ bool FileIO::PutCounted(const std::string& bytes) {
 bool FileIO::PutString(const std::string& utf8) { return PutCounted(Utf8ToCp1252(utf8)); }
 bool FileIO::PutBytes(const std::string& bytes) { return PutCounted(bytes); }
 
+// Numbers read past the end of the file are 0, and only the strings and
+// the counts notice the end: a file cut in its trailing numbers loads.
 bool FileIO::Take(void* out, std::size_t n) {
   if (!open_ || Remaining() < n) {
     std::memset(out, 0, n);
     pos_ = size_;
-    failed_ = true;
     return false;
   }
   std::memcpy(out, buffer_.get() + pos_, n);
@@ -215,8 +186,10 @@ float FileIO::GetFloat() {
 }
 
 std::string FileIO::GetBytes() {
+  // A string notices the end of the file, its count included.
+  bool counted = Remaining() >= 2;
   auto n = static_cast<std::uint16_t>(GetInt());
-  if (failed_ || static_cast<std::size_t>(n) > Remaining()) {
+  if (!counted || failed_ || static_cast<std::size_t>(n) > Remaining()) {
     pos_ = size_;
     failed_ = true;
     return std::string(1, '\0');

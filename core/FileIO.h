@@ -18,6 +18,8 @@ class FileIO {
   enum class Mode { Read, Write };
   // The longest string the file can hold: its count is two bytes, unsigned.
   static constexpr std::size_t MAX_STRING = 65535;
+  // The largest file: positions in it (lDesnPtr, lDataPtr) are signed 32-bit.
+  static constexpr std::size_t MAX_FILE_BYTES = 2147483647;
 
   // Opens a file: for reading it is read whole; for writing an empty stream is
   // started. False on failure, with the reason in LastError().
@@ -58,7 +60,7 @@ class FileIO {
   bool PutString(const std::string& utf8);   // text: Windows-1252 on disk
   bool PutBytes(const std::string& bytes);   // a byte string: written as it is
 
-  // A read past the end yields 0 (false) and marks the stream as run out.
+  // A read past the end yields 0 (false); only strings and counts fail there.
   std::uint8_t GetByte();
   std::int16_t GetInt();
   bool GetBool();
@@ -79,7 +81,7 @@ class FileIO {
   std::string GetString();
   std::string GetBytes();
 
-  // True once a read went past the end of the file or a count was refused.
+  // True once a string read went past the end of the file or a count was refused.
   bool Failed() const { return failed_; }
   // Bytes left to read.
   std::size_t Remaining() const { return pos_ < size_ ? size_ - pos_ : 0; }

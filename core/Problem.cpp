@@ -1,7 +1,9 @@
 #include "core/Problem.h"
 
 #include <fstream>
+#include <sstream>
 
+#include "core/AtomicFile.h"
 #include "core/Globals.h"
 #include "core/Paths.h"
 #include "core/Settings.h"
@@ -65,8 +67,9 @@ bool Problem::Load(const std::string& path) {
   if (!io.OpenIO(path, FileIO::Mode::Read)) return fail(io.LastError() + ": " + path);
 
   if (io.GetString() != "KSTW") return fail("This is not a valid .KSW file!");
+  // A version past the end of the file reads as 0, like every number there:
+  // the notice, then the stage that meets the end.
   float version = static_cast<float>(io.GetInt()) / 100.0f;
-  if (io.Failed()) return fail("This is not a valid .KSW file!");
   if (version < 1.0f) {
     // An older file is read with the same field order; it is converted when saved.
     InfoBox(std::string("This file was written by an earlier version of ") + PROGRAM_TITLE +
@@ -129,11 +132,13 @@ void Problem::Export(std::ostream& out) const {
 }
 
 bool Problem::Export(const std::string& path) const {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (out) Export(out);
-  out.flush();
-  if (!out) {
-    ReportError("Cannot write " + path, "Export");
+  // Through a temporary file and a rename, like a save: a failed export
+  // leaves the old file whole.
+  std::ostringstream out;
+  Export(out);
+  std::string error;
+  if (!WriteFileAtomically(path, out.str(), error)) {
+    ReportError(error + ": " + path, "Export");
     return false;
   }
   return true;

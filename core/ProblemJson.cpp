@@ -2,6 +2,9 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
 #include <functional>
 #include <set>
 #include <sstream>
@@ -97,11 +100,24 @@ const std::vector<StudyField>& StudyFields() {
   return fields;
 }
 
+// The bits of the quiet NaN that "NaN" stands for.
+constexpr std::uint32_t PLAIN_NAN = 0x7FC00000u;
+
 // ---- writing ----------------------------------------------------------------
 
+// Every float comes back to the bit: -0 keeps its sign, and a NaN other
+// than the plain quiet one is written with its bits ("NaN:0x7FC00001").
 std::string Num(float x) {
-  if (std::isnan(x)) return "\"NaN\"";
+  if (std::isnan(x)) {
+    std::uint32_t bits;
+    std::memcpy(&bits, &x, 4);
+    if (bits == PLAIN_NAN) return "\"NaN\"";
+    char text[24];
+    std::snprintf(text, sizeof text, "\"NaN:0x%08X\"", bits);
+    return text;
+  }
   if (std::isinf(x)) return x < 0 ? "\"-Inf\"" : "\"Inf\"";
+  if (x == 0 && std::signbit(x)) return "-0";
   return ShortestText(x);
 }
 std::string Num(int x) { return std::to_string(x); }
@@ -278,8 +294,16 @@ class Reader {
 
   bool Float(const JsonValue& v, const std::string& path, float& out) {
     if (v.type == JsonValue::Type::String) {
-      if (v.text == "NaN") out = std::nanf("");
-      else if (v.text == "Inf") out = INFINITY;
+      unsigned bits = 0;
+      char tail = 0;
+      if (v.text == "NaN") {
+        std::uint32_t plain = PLAIN_NAN;
+        std::memcpy(&out, &plain, 4);
+      } else if (std::sscanf(v.text.c_str(), "NaN:0x%8X%c", &bits, &tail) == 1 && v.text.size() == 14) {
+        std::uint32_t b = bits;
+        std::memcpy(&out, &b, 4);
+        if (!std::isnan(out)) return Fail(path, "expected a number");
+      } else if (v.text == "Inf") out = INFINITY;
       else if (v.text == "-Inf") out = -INFINITY;
       else return Fail(path, "expected a number");
       return true;

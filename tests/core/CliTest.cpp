@@ -2,6 +2,9 @@
 // codes and messages.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
+
 #include "core/TestSupport.h"
 
 namespace kestrow {
@@ -23,6 +26,28 @@ TEST(Cli, ToJsonOfABuiltSampleIsItsSourceAndFromJsonGivesTheSameBytesBack) {
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(ReadFile(dir / "p.KSW"), ReadFile(Sampdata(name))) << name;
   }
+}
+
+// Floats come back to the bit: -0 with its sign, a NaN with its payload.
+TEST(Cli, NegativeZeroAndNaNPayloadsSurviveTheJsonRoundTrip) {
+  TempDir dir;
+  auto p = Sample("PlasmaEtch");
+  std::uint32_t payload = 0x7FC12345u, signalling = 0xFF800001u;
+  float nan1, nan2;
+  std::memcpy(&nan1, &payload, 4);
+  std::memcpy(&nan2, &signalling, 4);
+  p->RespVars(1).fTarget = -0.0f;
+  p->Studies(1).ANOVA_fAlpha = nan1;
+  p->Studies(1).SetData(1, 1, 1, -0.0f);
+  p->Studies(1).SetData(1, 2, 1, nan2);
+  ASSERT_TRUE(p->Save(dir / "odd.KSW"));
+  CliResult json = RunCli(dir, "to-json " + dir / "odd.KSW");
+  ASSERT_EQ(json.code, 0) << json.err;
+  EXPECT_NE(json.out.find("\"fTarget\": -0"), std::string::npos);
+  EXPECT_NE(json.out.find("NaN:0x7FC12345"), std::string::npos);
+  WriteFile(dir / "odd.json", json.out);
+  ASSERT_EQ(RunCli(dir, "from-json " + dir / "odd.json " + dir / "back.KSW").code, 0);
+  EXPECT_EQ(ReadFile(dir / "back.KSW"), ReadFile(dir / "odd.KSW"));
 }
 
 TEST(Cli, ExportPrintsOrWritesTheTextExport) {
@@ -105,13 +130,49 @@ TEST(Cli, ReportPrintsTheStudysReport) {
 
 TEST(Cli, BadUsageExitsTwo) {
   TempDir dir;
-  for (const char* args : {"", "frobnicate", "to-json", "from-json a", "export", "--home", "to-json --colour x.KSW",
-                           "report x.KSW --study s1 summary", "report x.KSW stats"}) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "no command"},
+      {"frobnicate", "unknown command frobnicate"},
+      {"frobnicate --study s1", "unknown command frobnicate"},  // the command is named first
+      {"to-json", "one problem file"},
+      {"from-json a", "from-json takes"},
+      {"export", "export takes"},
+      {"--home", "--home needs"},
+      {"--yes --yes to-json x.KSW", "given twice"},
+      {"to-json --colour x.KSW", "unknown option --colour"},
+      {"report x.KSW --study s1 summary", "report takes"},
+      {"report x.KSW stats", "report takes"},
+      {"report x.KSW --study s1 --study s2 stats", "--study is given twice"},
+      {"analyse x.KSW --study s1 --code 70000", "--code takes"},
+      {"analyse x.KSW --study s1 --code -99999", "--code takes"},
+      {"design x.KSW --study s1 --row 4294967297", "--row takes"},
+  };
+  for (const auto& [args, says] : cases) {
     CliResult r = RunCli(dir, args);
     EXPECT_EQ(r.code, 2) << args;
+    EXPECT_NE(r.err.find(says), std::string::npos) << args << "\ngot: " << r.err;
     EXPECT_NE(r.err.find("usage: kestrow-cli"), std::string::npos) << args;
   }
   EXPECT_EQ(RunCli(dir, "--help").code, 0);
+}
+
+// A command whose output does not get out has failed: a full disk, or a
+// file-size limit that cuts the output short.
+TEST(Cli, OutputThatCannotBeWrittenExitsOneWithTheReason) {
+  TempDir dir;
+  auto run = [&](const std::string& shell) {
+    int status = std::system(("sh -c '" + shell + "' 2>" + dir / "err.txt").c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  };
+  for (const std::string& args : {"to-json " + Sampdata("PlasmaEtch"), "export " + Sampdata("PlasmaEtch"),
+                                  "designs " + Sampdata("PlasmaEtch") + " --study s1"}) {
+    EXPECT_EQ(run(std::string(KESTROW_CLI) + " " + args + " >/dev/full"), 1) << args;
+    EXPECT_NE(ReadFile(dir / "err.txt").find("could not be written"), std::string::npos) << args;
+  }
+  EXPECT_EQ(run("ulimit -f 1; " + std::string(KESTROW_CLI) + " to-json " + Sampdata("PlasmaEtch") + " >" +
+                dir / "cut.json"),
+            1);
+  EXPECT_NE(ReadFile(dir / "err.txt").find("File too large"), std::string::npos);
 }
 
 }  // namespace

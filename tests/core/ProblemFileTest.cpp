@@ -1,11 +1,14 @@
 // The problem file: its byte layout, round trips, the version rule, and the
 // safety of saving.
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include "core/TestSupport.h"
+#include <functional>
+
 #include "core/FileIO.h"
+#include "core/TestSupport.h"
 
 namespace kestrow {
 namespace {
@@ -199,6 +202,54 @@ TEST_F(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
   struct stat st {};
   ::stat((dir / "p.KSW").c_str(), &st);
   EXPECT_EQ(st.st_mode & 0777, 0640u);
+}
+
+// Runs the work as an ordinary user (nobody) when the tests run as root, so
+// that file permissions count; the child's exit status says whether it held.
+bool AsOrdinaryUser(const std::function<bool()>& work) {
+  if (::geteuid() != 0) return work();
+  pid_t child = ::fork();
+  if (child == 0) {
+    bool held = ::setgid(65534) == 0 && ::setuid(65534) == 0 && work();
+    ::_exit(held ? 0 : 1);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// A file the user may not write is not replaced, however the folder stands;
+// a save through a symbolic link writes the file it points to and leaves
+// the link; an export goes through a temporary file as a save does.
+TEST_F(Save, ReadOnlyFilesAreRefusedAndLinksAreWrittenThrough) {
+  ::chmod(dir.str().c_str(), 0777);
+  Problem p;
+  p.sName = "Changed";
+  for (const char* name : {"locked.KSW", "locked.txt"}) {
+    WriteFile(dir / name, "old bytes");
+    ::chmod((dir / name).c_str(), 0444);
+  }
+  EXPECT_TRUE(AsOrdinaryUser([&] {
+    return !p.Save(dir / "locked.KSW") && !p.Export(dir / "locked.txt") &&
+           ui->messages.size() == 2 && ui->messages[0].text.find("[Save]") != std::string::npos &&
+           ui->messages[1].text.find("[Export]") != std::string::npos;
+  }));
+  EXPECT_EQ(ReadFile(dir / "locked.KSW"), "old bytes");
+  EXPECT_EQ(ReadFile(dir / "locked.txt"), "old bytes");
+
+  ::mkdir((dir / "real").c_str(), 0777);
+  WriteFile(dir / "real/target.KSW", "old bytes");
+  ::symlink("real/target.KSW", (dir / "link.KSW").c_str());
+  ASSERT_TRUE(p.Save(dir / "link.KSW"));
+  struct stat st {};
+  ASSERT_EQ(::lstat((dir / "link.KSW").c_str(), &st), 0);
+  EXPECT_TRUE(S_ISLNK(st.st_mode));
+  Problem back;
+  ASSERT_TRUE(back.Load(dir / "real/target.KSW"));
+  EXPECT_EQ(back.sName, "Changed");
+  ::symlink("real/export.txt", (dir / "export-link.txt").c_str());
+  ASSERT_TRUE(p.Export(dir / "export-link.txt"));
+  EXPECT_EQ(ReadFile(dir / "real/export.txt").rfind("Problem name: Changed", 0), 0u);
 }
 
 TEST_F(Save, AFileThatCannotBeWrittenIsReportedWithTheTagOfSaveOrExport) {

@@ -1,0 +1,69 @@
+// The show step of an analysis, and the bench of the statistical routines.
+#include <iostream>
+
+#include "analyses/Availability.h"
+#include "analyses/ShowAnalysis.h"
+#include "app/cli/Cli.h"
+#include "app/cli/Commands.h"
+#include "core/Grid.h"
+#include "core/GridText.h"
+#include "core/Language.h"
+#include "core/Paths.h"
+#include "core/Problem.h"
+#include "core/Settings.h"
+#include "data/Statistics.h"
+#include "stats/StatBench.h"
+
+namespace kestrow::cli {
+
+// As a click on its node gives it when the analysis is set up; a dialog
+// cannot be shown here, so one that is not set up is refused.
+int Analyse(const Words& words) {
+  Args a;
+  std::string complaint;
+  if (!ParseArgs(words, {"--study", "--code"}, a, complaint, {"--tsv"})) return Usage(complaint);
+  if (a.positional.size() != 1 || !a.Has("--study") || !a.Has("--code"))
+    return Usage("analyse takes a problem file, --study KEY and --code N");
+  int code = 0;
+  if (!ParseWhole(a.Option("--code"), 1, 32767, code)) return Usage("--code takes an analysis number from 1 to 32767");
+  if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
+  if (!OpenProgramFiles()) return FAILED;
+  auto problem = LoadProblem(a.positional[0]);
+  if (!problem) return FAILED;
+  Study* s = FindStudy(*problem, a);
+  if (!s) return FAILED;
+  Statistics stats;
+  stats.Compute(*s);
+  std::string reason = AnalysisUnavailableReason(*s, stats, code);
+  if (!reason.empty()) return Failed(reason);
+  if (!IsAnalysisSetUp(*s, stats, code))
+    return Failed("analysis " + std::to_string(code) + " of study " + s->sKey +
+                  " has no settings yet; set it up in the workbench first");
+  Grid grid;
+  if (!DrawAnalysis(code, *s, stats, grid)) return FAILED;
+  std::cout << (a.Flag("--tsv") ? GridToTsv(grid) : GridToJson(grid));
+  return OK;
+}
+
+// The routine and the count of its arguments are checked before the tables
+// are looked for.
+int Stat(const Words& args) {
+  if (args.empty()) return Usage("stat takes a routine and its arguments");
+  const std::string& routine = args[0];
+  const BenchRoutine* found = FindBenchRoutine(routine);
+  if (!found) return Usage("stat knows no routine " + routine);
+  if (args.size() != found->count + 1) return Usage("stat " + routine + " takes " + found->arguments);
+  // The table readers find their tables in the program folder.
+  if (routine.rfind("Read", 0) == 0) {
+    if (!FileExists(JoinPath(ProgramFolder(), "TABLES.MDB")))
+      return Failed("cannot find TABLES.MDB in " + ProgramFolder());
+    LoadSettings();
+    OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language);
+  }
+  std::string out, error;
+  if (!RunBenchRoutine(routine, Words(args.begin() + 1, args.end()), out, error)) return Usage("stat " + error);
+  std::cout << out << "\n";
+  return OK;
+}
+
+}  // namespace kestrow::cli
