@@ -32,7 +32,11 @@ NonLinResult ComputeNonLin(const Study& study, const Statistics& stats, int rvNu
   auto df = static_cast<std::int16_t>(std::nearbyint(df1 + df2));
   // In double, so that 95 gives the float 0.025 and so the column 25.
   auto p = static_cast<float>((1 - confidence / 100.0) / 2);
-  float limit = ReadtPercent(df, p) * se;
+  // A t table that cannot be read (its message is shown) gives no limit
+  // and so no conclusion.
+  float t = 0;
+  if (!ReadtPercent(df, p, t)) return r;
+  float limit = t * se;
   float e = c.fFmean - c.fCmean;
   r.lblBaseAvg = FormatNumSF(c.fFmean);
   r.lblCentreAvg = FormatNumSF(c.fCmean);

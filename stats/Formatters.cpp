@@ -16,6 +16,8 @@ namespace kestrow {
 
 std::string FormatSF(int digits, float value) {
   if (value == MISSING_VALUE) return "";
+  // No logarithm and no rounding for these: they print as they are.
+  if (!std::isfinite(value)) return ShortestText(value);
   double v = value;
   int e = 0;
   // Zero has no logarithm: e stays 0.
@@ -78,7 +80,8 @@ std::string FormatDecimals(int decimals, float value) {
 }
 
 std::string FormatP(int decimals, float p) {
-  if (p == MISSING_VALUE) return "";
+  // Not a probability at all: nothing, rather than "<0.001".
+  if (p == MISSING_VALUE || std::isnan(p)) return "";
   float smallest = static_cast<float>(std::pow(10.0, -decimals));
   if (p >= smallest) return FormatDecimals(decimals, p);
   return "<" + FormatDecimals(decimals, smallest);

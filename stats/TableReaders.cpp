@@ -216,23 +216,32 @@ float ReadTableF(float alpha, float v1, float v2) {
   return fLow + (fHigh - fLow) * rowFraction;
 }
 
-float ReadtPercent(std::int16_t v, float alpha) {
+bool ReadtPercent(std::int16_t v, float alpha, float& t) {
   TablesDb db;
-  if (!db.IsOpen()) return MISSING_VALUE;
+  if (!db.IsOpen()) return false;
   Records r;
   std::string column = ShortestText(alpha * 1000.0f);
-  if (!SelectRows(db, "SELECT v, [" + column + "] FROM tPercent ORDER BY v", r, "ReadtPercent"))
-    return MISSING_VALUE;
+  if (!SelectRows(db, "SELECT v, [" + column + "] FROM tPercent ORDER BY v", r, "ReadtPercent")) return false;
   std::size_t i = WalkRows(r, 0, v);
   if (i == r.rows.size() || (r.rows[i][0] != v && i == 0)) {
     ReportError(kNoRecord, "ReadtPercent");
-    return MISSING_VALUE;
+    return false;
   }
-  float t = static_cast<float>(r.rows[i][1]);
-  if (r.rows[i][0] == v) return t;
+  float high = static_cast<float>(r.rows[i][1]);
+  if (r.rows[i][0] == v) {
+    t = high;
+    return true;
+  }
   float tLow = static_cast<float>(r.rows[i - 1][1]);
   float vLow = static_cast<float>(r.rows[i - 1][0]), vHigh = static_cast<float>(r.rows[i][0]);
-  return tLow + (t - tLow) * (static_cast<float>(v) - vLow) / (vHigh - vLow);
+  t = tLow + (high - tLow) * (static_cast<float>(v) - vLow) / (vHigh - vLow);
+  return true;
+}
+
+float ReadtPercent(std::int16_t v, float alpha) {
+  float t = 0;  // the result of a failed lookup stays as it starts
+  ReadtPercent(v, alpha, t);
+  return t;
 }
 
 void ReadDuncanRow(std::int16_t f, float alpha, DuncanRows& table) {

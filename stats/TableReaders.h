@@ -29,8 +29,10 @@ void ReadTableD(float alpha, float v, std::int16_t k, float& h);
 // for ANOVA" and gives MISSING_VALUE.
 float ReadTableF(float alpha, float v1, float v2);
 
-// The t with upper tail alpha on v degrees of freedom; MISSING_VALUE on a
-// failure.
+// The t with upper tail alpha on v degrees of freedom, interpolated linearly
+// in v. On a failure (reported with the tag) t is left untouched and the
+// result is false; the one-value form then gives 0, its untouched result.
+bool ReadtPercent(std::int16_t v, float alpha, float& t);
 float ReadtPercent(std::int16_t v, float alpha);
 
 // Duncan's significant studentized ranges for f degrees of freedom: alpha

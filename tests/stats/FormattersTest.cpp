@@ -2,6 +2,8 @@
 // decimals and p values, with the empty cell.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "core/Sentinels.h"
 #include "stats/Formatters.h"
 
@@ -14,6 +16,10 @@ TEST(Formatters, SignificantFiguresRoundHalfToEvenAndDropTinyResults) {
   EXPECT_EQ(FormatSF(4, 0.000004f), "0");
   EXPECT_EQ(FormatSF(4, 0.0f), "0");
   EXPECT_EQ(FormatSF(4, MISSING_VALUE), "");
+  // Figures that no rounding can take print as they are.
+  EXPECT_EQ(FormatSF(4, INFINITY), "Inf");
+  EXPECT_EQ(FormatSF(4, -INFINITY), "-Inf");
+  EXPECT_EQ(FormatSF(4, NAN), "NaN");
 }
 
 TEST(Formatters, DecimalsAreFixedWithoutGroupingAndRoundTheWrittenNumber) {
@@ -34,6 +40,7 @@ TEST(Formatters, PValuesBelowTheLastDecimalPrintAsLessThan) {
   EXPECT_EQ(FormatP(4, 0.04567f), "0.0457");
   EXPECT_EQ(FormatP(0, 0.5f), "<1");
   EXPECT_EQ(FormatP(3, MISSING_VALUE), "");
+  EXPECT_EQ(FormatP(3, NAN), "");  // no probability: not "<0.001"
 }
 
 }  // namespace

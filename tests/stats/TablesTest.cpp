@@ -69,7 +69,12 @@ TEST_F(TableTest, tPercentIsTheUpperTailPoint) {
   float t30 = ReadtPercent(30, 0.025f), t35 = ReadtPercent(35, 0.025f);
   EXPECT_NEAR(t30, 2.042f, 1e-4);
   EXPECT_NEAR(ReadtPercent(33, 0.025f), t30 + (t35 - t30) * 0.6f, 1e-5);
-  EXPECT_EQ(ReadtPercent(10, 0.3f), MISSING_VALUE);  // no such column
+  // No such column: the message, and the result left as it was.
+  float t = 7.5f;
+  EXPECT_FALSE(ReadtPercent(10, 0.3f, t));
+  EXPECT_EQ(t, 7.5f);
+  EXPECT_NE(TakeMessage().find(" [ReadtPercent]"), std::string::npos);
+  EXPECT_EQ(ReadtPercent(10, 0.3f), 0.0f);
   EXPECT_NE(TakeMessage().find(" [ReadtPercent]"), std::string::npos);
 }
 
