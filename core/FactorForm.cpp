@@ -60,9 +60,10 @@ std::string FactorForm::ValidateForm(Factor& out) const {
     Level level;
     std::string coding = row.coding;
     level.fCode = ParseTarget(coding);
+    if (level.fCode == BAD_NUMBER) return GetText("Ferr7");
     if (CharCount(value) > LEVEL_NAME_LIMIT) return SubstituteCopy(GetText("Ferr4"), std::to_string(LEVEL_NAME_LIMIT));
     if (out.IsNumeric()) {
-      if (!IsNumeric(value)) return GetText("Ferr5");
+      if (!IsFloatText(value)) return GetText("Ferr5");
       value = ShortestText(ParseFloat(value));
     }
     for (const Level& earlier : out.Levels)

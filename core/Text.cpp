@@ -135,6 +135,8 @@ float ParseFloat(std::string_view text) {
   return static_cast<float>(wide);
 }
 
+bool IsFloatText(std::string_view text) { return IsNumeric(text) && ParseFloat(text) != BAD_NUMBER; }
+
 double Val(std::string_view text) {
   std::size_t i = 0;
   while (i < text.size() && IsBlank(text[i])) ++i;

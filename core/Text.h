@@ -20,6 +20,9 @@ bool IsNumeric(std::string_view text);
 // The value of numeric text as a 32-bit float; BAD_NUMBER when the text is not
 // numeric or lies beyond the range of a float.
 float ParseFloat(std::string_view text);
+// Numeric text whose value a 32-bit float holds (1e400 is numeric text, but
+// no float): what every numeric field of a dialog takes.
+bool IsFloatText(std::string_view text);
 
 // The value of the leading number of a text, 0 when there is none; blanks in
 // front are skipped. Level names are read this way.

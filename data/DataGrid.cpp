@@ -257,7 +257,7 @@ void DataGrid::LoadDataGrid(const Study& s) {
       std::string list = s.Treatments(run).sTlist;
       for (int f = 1; f <= nF_; ++f) {
         std::string token = PopBar(list);
-        grid_.SetText(run + 1, f, IsNumeric(token) ? TargetToText(ParseFloat(token)) : token);
+        grid_.SetText(run + 1, f, IsFloatText(token) ? TargetToText(ParseFloat(token)) : token);
       }
     }
   }

@@ -34,7 +34,7 @@ std::string QuickForm::VetFactors() {
       if (CharCount(level) > LEVEL_NAME_LIMIT) return GetText("QCKerr6");
       for (const Level& l : f.Levels)
         if (l.sName == level) return GetText("QCKerr7");
-      if (!IsNumeric(level)) numeric = false;
+      if (!IsFloatText(level)) numeric = false;
       f.Levels.Add(Level{level, "", MISSING_VALUE});
     }
     if (f.Levels.Count() < 2) return GetText("QCKerr8");

@@ -155,6 +155,11 @@ TEST_F(CommandsTest, FactorDialogRefusesLongAndRepeatedLevelsAndStoresACleanFact
   EXPECT_EQ(form.ValidateForm(out), SubstituteCopy(GetText("Ferr4"), "6"));
   form.grdLevels[1].value = "2e2";
   EXPECT_EQ(form.ValidateForm(out), GetText("WIZerr5"));  // 2e2 is 200 again
+  form.grdLevels[1].value = "1e400";  // numeric text, but beyond any float
+  EXPECT_EQ(form.ValidateForm(out), GetText("Ferr5"));
+  form.grdLevels[1].value = "150";
+  form.grdLevels[1].coding = "low";  // a coding is a number, MAX or MIN
+  EXPECT_EQ(form.ValidateForm(out), GetText("Ferr7"));
   form.grdLevels[1].value = "150.0";
   form.grdLevels[1].coding = "min";
   EXPECT_EQ(form.ValidateForm(out), "");
