@@ -1,6 +1,7 @@
 #include "data/XformForm.h"
 
 #include "core/Language.h"
+#include "core/Sentinels.h"
 #include "core/Study.h"
 #include "core/Text.h"
 #include "core/Ui.h"
@@ -52,11 +53,26 @@ void XformForm::Recompute() {
   }
 }
 
-std::string XformForm::OK() {
+std::string XformForm::OK(bool& declined) {
+  declined = false;
   float a = 0.0f, b = 0.0f;
   if ((optXform == 1 || optXform == 2) && !FieldValue(txtA, a)) return GetText("XFMerr1");
   if (optXform == 2 && !FieldValue(txtB, b)) return GetText("XFMerr2");
   StudyRespVar& srv = study_.StudyRespVars(rv);
+  if (optXform != 0 && study_.DoesArrayExist()) {
+    bool observed = false, kept = false;
+    for (int run = 1; run <= study_.iNumRuns && !kept; ++run)
+      for (int rep = 1; rep <= study_.iReps && !kept; ++rep) {
+        float y = study_.GetData(rv, run, rep);
+        if (y == MISSING_VALUE) continue;
+        observed = true;
+        kept = y + a > 0.0f;
+      }
+    if (observed && !kept && YesNoBox(SubstituteCopy(GetText("XFMmsg2"), study_.GetPRVName(srv.sKey))) != Answer::Yes) {
+      declined = true;
+      return "";
+    }
+  }
   bool same = srv.iType == optXform && srv.fParam1 == (optXform ? a : 0.0f) && srv.fParam2 == (optXform == 2 ? b : 0.0f);
   srv.iType = static_cast<std::int16_t>(optXform);
   srv.fParam1 = optXform ? a : 0.0f;

@@ -21,8 +21,11 @@ class XformForm {
   // b (1 with one replication, after a notice; else 0).
   void Recompute();
   // Checks and stores the transform; the complaint, or empty. Analyses stored
-  // on the transformed response are out of date and are cleared.
-  std::string OK();
+  // on the transformed response are out of date and are cleared. A transform
+  // that would leave the response without any value (y + a at or below 0 for
+  // every observation) is said first, and the user may go back: declined is
+  // then true and nothing is stored.
+  std::string OK(bool& declined);
 
   int rv = 1;
   int optXform = 0;

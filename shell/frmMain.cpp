@@ -14,6 +14,7 @@
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <set>
 
 #include "analyses/ShowAnalysis.h"
 #include "core/Globals.h"
@@ -347,7 +348,12 @@ void frmMain::FixRecentMenu() {
   Action("mnuFileGap6")->setVisible(any);
 }
 
-void frmMain::ProblemToTree() {
+void frmMain::ProblemToTree(bool keepState) {
+  // A command that edits the problem keeps what the user had opened.
+  std::set<std::string> expanded;
+  if (keepState)
+    for (const auto& [key, node] : nodes_)
+      if (node->isExpanded()) expanded.insert(key);
   sstv1->clear();
   nodes_.clear();
   for (const TreeNode& n : kestrow::ProblemToTree(*gProblem)) {
@@ -364,6 +370,8 @@ void frmMain::ProblemToTree() {
     nodes_[n.key] = item;
   }
   for (const char* key : {"P", "F", "V", "S"})
+    if (QTreeWidgetItem* item = Node(key)) item->setExpanded(true);
+  for (const std::string& key : expanded)
     if (QTreeWidgetItem* item = Node(key)) item->setExpanded(true);
 }
 

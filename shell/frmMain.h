@@ -44,7 +44,7 @@ class frmMain : public QMainWindow {
   // Opens a problem file; a failed open leaves everything as it was.
   bool OpenKSTFile(const QString& path);
   // Rebuilds the tree from the open problem.
-  void ProblemToTree();
+  void ProblemToTree(bool keepState = false);
   // Acts on a click on a tree node.
   void NodeClick(const std::string& key);
 

@@ -110,7 +110,7 @@ void frmMain::AddEditFactor(int mode) {
   frmFactor dialog(static_cast<EditMode>(mode), selected, this);
   dialog.exec();
   if (dialog.stored.empty()) return;
-  ProblemToTree();
+  ProblemToTree(true);
   std::string shown = dialog.stored.back();
   if (QTreeWidgetItem* node = Node(shown)) sstv1->setCurrentItem(node);
   NodeClick(shown);
@@ -121,7 +121,7 @@ void frmMain::AddEditRV(int mode) {
   std::string selected = gsNode.empty() ? gsKey : gsNode;
   frmRV dialog(static_cast<EditMode>(mode), selected, this);
   if (dialog.exec() != QDialog::Accepted || dialog.storedKey.empty()) return;
-  ProblemToTree();
+  ProblemToTree(true);
   if (QTreeWidgetItem* node = Node(dialog.storedKey)) sstv1->setCurrentItem(node);
   NodeClick(dialog.storedKey);
 }
@@ -135,7 +135,7 @@ void frmMain::AddEditStudy(int mode) {
     return;
   }
   if (dialog.exec() != QDialog::Accepted || dialog.StoredKey().empty()) return;
-  ProblemToTree();
+  ProblemToTree(true);
   if (QTreeWidgetItem* node = Node(dialog.StoredKey())) sstv1->setCurrentItem(node);
   NodeClick(dialog.StoredKey());
 }
@@ -191,8 +191,12 @@ void frmMain::mnuStudyTransform_Click() {
   gProblem->bChanged = true;
   // The study's view and its grid show the transformed columns.
   std::string shown = gsKey;
-  ProblemToTree();
-  NodeClick(shown);
+  ProblemToTree(true);
+  // Making the node current again shows it, as a click does.
+  if (QTreeWidgetItem* node = Node(shown))
+    sstv1->setCurrentItem(node);
+  else
+    NodeClick(shown);
 }
 
 void frmMain::mnuEditCopy_Click() {
@@ -280,7 +284,7 @@ void frmMain::mnuPopDelete_Click() {
   UnLoadDataGrid();
   bool done = !gsNode.empty() && (gsNode[0] == 'f' ? DeleteFactor(gsNode) : DeleteRespVar(gsNode));
   if (!done) return;
-  ProblemToTree();
+  ProblemToTree(true);
   ClearPane();
   UpdateMenus();
 }
@@ -288,7 +292,7 @@ void frmMain::mnuPopDelete_Click() {
 void frmMain::mnuPopDelete3_Click() {
   UnLoadDataGrid();
   if (!DeleteStudy(gsNode)) return;
-  ProblemToTree();
+  ProblemToTree(true);
   ClearPane();
   UpdateMenus();
 }
@@ -303,7 +307,7 @@ void frmMain::mnuPopLock_Click() {
   UnLoadDataGrid();
   std::string key = gsNode;
   if (!LockStudy(key)) return;
-  ProblemToTree();
+  ProblemToTree(true);
   if (QTreeWidgetItem* node = Node(key)) sstv1->setCurrentItem(node);
   NodeClick(key);
 }

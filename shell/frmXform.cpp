@@ -89,11 +89,13 @@ void frmXform::FromForm() {
 
 void frmXform::cmdOK_Click() {
   FromForm();
-  std::string complaint = form_.OK();
+  bool declined = false;
+  std::string complaint = form_.OK(declined);
   if (!complaint.empty()) {
     ErrorBox(complaint);
     return;
   }
+  if (declined) return;
   changed_ = true;
   accept();
 }

@@ -94,19 +94,46 @@ TEST_F(FilterTest, OKChecksTheFieldsAndClearsTheTransformedAnalyses) {
   study().ANOM_sRVkey = "v1";
   form.SelectRV(1);
   form.SetOption(2);
+  bool declined = false;
   form.txtA = "x";
-  EXPECT_EQ(form.OK(), GetText("XFMerr1"));
+  EXPECT_EQ(form.OK(declined), GetText("XFMerr1"));
   form.txtA = "";
   form.txtB = "?";
-  EXPECT_EQ(form.OK(), GetText("XFMerr2"));
+  EXPECT_EQ(form.OK(declined), GetText("XFMerr2"));
   form.txtB = "0.5";
-  EXPECT_EQ(form.OK(), "");
+  EXPECT_EQ(form.OK(declined), "");
+  EXPECT_FALSE(declined);
   EXPECT_EQ(study().StudyRespVars(1).iType, 2);
   EXPECT_EQ(study().StudyRespVars(1).fParam1, 0.0f);  // an empty field counts as 0
   EXPECT_EQ(study().StudyRespVars(1).fParam2, 0.5f);
   EXPECT_EQ(study().ANOVA_sRVkey, "");
   EXPECT_EQ(study().ANOM_sRVkey, "v1");  // raw data: still good
   EXPECT_EQ(study().TransformText(study().StudyRespVars(1)), "Yield ^ 0.5 - 1)/ 0.5");
+}
+
+// A logarithm of y - 1000 on yields below 100 leaves no value at all: the
+// dialog says so first, No keeps the response as it was, Yes stores it.
+TEST_F(FilterTest, ATransformThatLeavesNoValueIsSaidBeforeOK) {
+  XformForm form(study());
+  form.SelectRV(1);
+  form.SetOption(1);
+  form.txtA = "-1000";
+  bool declined = false;
+  ui->messages.clear();
+  EXPECT_EQ(form.OK(declined), "");  // the question is answered No
+  EXPECT_TRUE(declined);
+  ASSERT_EQ(ui->messages.size(), 1u);
+  EXPECT_EQ(ui->messages[0].kind, "yesno");
+  EXPECT_NE(ui->messages[0].text.find("Yield"), std::string::npos);
+  EXPECT_EQ(study().StudyRespVars(1).iType, 0);
+  ui->answers = {Answer::Yes};
+  EXPECT_EQ(form.OK(declined), "");
+  EXPECT_FALSE(declined);
+  EXPECT_EQ(study().StudyRespVars(1).iType, 1);
+  form.txtA = "-60";  // some values stay: no question
+  ui->messages.clear();
+  EXPECT_EQ(form.OK(declined), "");
+  EXPECT_TRUE(ui->messages.empty());
 }
 
 }  // namespace
