@@ -35,7 +35,9 @@ bool SaveLogic() {
   std::string path = gProblem->sPathFileName;
   if (IsUntitled()) {
     path = CurrentUi().SaveFileDialog("Save File As", ProgramFolder(), FILTER, "untitled.KSW");
-    if (path.empty()) return true;  // a cancelled dialog lets the close go on without a save
+    // A cancelled dialog means "stay where I am", as Cancel in the question
+    // does: the command that asked does not go on, and nothing is lost.
+    if (path.empty()) return false;
     path = WithExtension(path);
   }
   if (!gProblem->Save(path)) {

@@ -32,8 +32,8 @@ TEST_F(CommandsTest, SaveLogicAsksOnlyWhenChangedAndAnUntitledProblemGoesThrough
   ui->answers = {Answer::Cancel};
   EXPECT_FALSE(SaveLogic());
   EXPECT_EQ(ui->messages.back().text, "Current file has changed. Do you wish to save the changes?");
-  ui->answers = {Answer::Yes};  // and the dialog is cancelled: the close goes on unsaved
-  EXPECT_TRUE(SaveLogic());
+  ui->answers = {Answer::Yes};  // and the dialog is cancelled: stay, with the problem as it is
+  EXPECT_FALSE(SaveLogic());
   EXPECT_TRUE(gProblem->bChanged);
   ui->answers = {Answer::Yes};
   ui->savePaths = {dir / "named"};

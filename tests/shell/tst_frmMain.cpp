@@ -165,6 +165,56 @@ class tst_frmMain : public QObject {
     QCOMPARE(reread.Studies(1).GetData(1, 1, 1), 70.0f);
   }
 
+  // A study of tiny values, notes on several replications of one run and an
+  // excluded cell: viewing its grid in every layout, leaving it and saving
+  // writes the very bytes that were read.
+  void viewingAndSavingChangesNoByteOfTheFile() {
+    QTemporaryDir dir;
+    auto p = std::make_unique<Problem>();
+    QVERIFY(p->Load(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
+    Study& s = p->Studies(1);
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep)
+        if (s.GetData(1, run, rep) != MISSING_VALUE) s.SetData(1, run, rep, 1.23e-6f * static_cast<float>(run + rep));
+    s.AddNote(2, 1, "first");
+    s.AddNote(2, 3, "third");
+    QString path = dir.filePath("tiny.KSW");
+    QVERIFY(p->Save(path.toStdString()));
+    QFile before(path);
+    QVERIFY(before.open(QIODevice::ReadOnly));
+    const QByteArray bytes = before.readAll();
+    before.close();
+
+    frmMain w;
+    w.Load();
+    w.show();
+    QVERIFY(w.OpenKSTFile(path));
+    for (int mode : {0, 1, 2}) {
+      gSettings.GridMode = static_cast<std::int16_t>(mode);
+      w.NodeClick("d1");
+      w.NodeClick("P");
+    }
+    QVERIFY(!gProblem->bChanged);
+    w.mnuFileSave_Click();
+    QFile after(path);
+    QVERIFY(after.open(QIODevice::ReadOnly));
+    QCOMPARE(after.readAll(), bytes);
+  }
+
+  // Quick study, then New: Yes to the save question and Cancel in the Save As
+  // dialog mean "stay": the unsaved problem stays open and changed.
+  void aCancelledSaveAsInTheSaveQuestionKeepsTheProblem() {
+    frmMain w;
+    w.Load();
+    gProblem->sName = "Bread";
+    gProblem->bChanged = true;
+    ui_->answers.push_back(Answer::Yes);  // save the changes; the dialog is cancelled
+    w.mnuFileNew_Click();
+    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Bread"));
+    QVERIFY(gProblem->bChanged);
+    QCOMPARE(ui_->messages.back().kind, std::string("savedialog"));
+  }
+
   void addingAFactorThroughTheDialog() {
     frmMain w;
     QVERIFY(Open(w, "PlasmaEtch"));
