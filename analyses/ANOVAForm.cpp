@@ -93,8 +93,9 @@ void ANOVAForm::TogglePool(int row) {
 }
 
 std::string ANOVAForm::lblDF() const { return ShortestText(static_cast<float>(pooledCount_)); }
-std::string ANOVAForm::lblErrorSS() const { return ShortestText(errorSS_); }
-std::string ANOVAForm::lblTotalSS() const { return ShortestText(totalSS_); }
+// The sums of squares in the format of the pool list beside them.
+std::string ANOVAForm::lblErrorSS() const { return FormatSF(4, errorSS_); }
+std::string ANOVAForm::lblTotalSS() const { return FormatSF(4, totalSS_); }
 
 std::string ANOVAForm::lblPooling() const {
   std::string names;

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "core/AtomicFile.h"
 #include "core/CodePage.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -81,6 +82,15 @@ std::string DesWizText(const std::string& tag) {
 
 const std::string& CueCardText() { return gCardText; }
 
+std::string CueCardComplaint(const std::string& tag) {
+  std::string file = CueCardFile();
+  bool ok;
+  ReadLines(file, ok);
+  if (!ok) return "The cue cards cannot be read: " + file + " is missing or unreadable.";
+  if (!ReadCueCard(file, tag).found) return "There is no cue card \"" + tag + "\" in " + file + ".";
+  return "";
+}
+
 bool AdminResetCueCards(const std::string& file, std::string& error) {
   bool ok;
   std::vector<std::string> lines = ReadLines(file, ok);
@@ -105,19 +115,15 @@ bool AdminResetCueCards(const std::string& file, std::string& error) {
     std::snprintf(hex, sizeof hex, "%04lX", (sum + 65536) & 0xFFFF);
     out += TagOf(line) + "," + hex + "\r\n";
   }
-  out += "!EOF\r\n";
-  std::string copy = JoinPath(GetFPath(file), "junk.TMP");
-  {
-    std::ofstream o(copy, std::ios::binary | std::ios::trunc);
-    o << out;
-    if (!o.flush()) {
-      error = "Cannot write " + copy;
-      return false;
-    }
+  // A file without a single card is no cue-card file: it stays as it is.
+  if (cards == 0) {
+    error = file + " holds no cue cards; it was left as it was";
+    return false;
   }
-  std::remove(file.c_str());
-  if (std::rename(copy.c_str(), file.c_str()) != 0) {
-    error = "Cannot replace " + file;
+  out += "!EOF\r\n";
+  std::string why;
+  if (!WriteFileAtomically(file, out, why)) {
+    error = "Cannot replace " + file + ": " + why;
     return false;
   }
   return true;

@@ -30,6 +30,10 @@ CueCard ReadCueCard(const std::string& file, const std::string& tag);
 std::string CueCards(const std::string& tag);
 // The card text for the design wizard's panes: an edited card starts with "*".
 std::string DesWizText(const std::string& tag);
+// Why the card of a tag cannot be shown (the file missing or unreadable, or
+// no such card in it), or empty when it can.
+std::string CueCardComplaint(const std::string& tag);
+
 // The global card text of the last CueCards call.
 const std::string& CueCardText();
 
@@ -37,7 +41,8 @@ const std::string& CueCardText();
 std::string CueCardFile();
 
 // Makes every card's check value true again (at most 50 cards), through a
-// copy that replaces the file. False with the reason when it cannot.
+// copy that replaces the file. False with the reason when it cannot, and for
+// a file that holds no card at all, which is left as it is.
 bool AdminResetCueCards(const std::string& file, std::string& error);
 
 }  // namespace kestrow

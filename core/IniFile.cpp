@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/AtomicFile.h"
 #include "core/Text.h"
 
 namespace kestrow {
@@ -93,16 +94,13 @@ void IniText::Set(const std::string& section, const std::string& key, const std:
   }
 }
 
-bool IniText::Save() const {
+bool IniText::Save(std::string* error) const {
   std::ostringstream text;
   for (const std::string& line : lines_) text << line << "\r\n";
-  std::string tmp = file_ + ".tmp";
-  {
-    std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
-    out << text.str();
-    if (!out.flush()) return false;
-  }
-  return std::rename(tmp.c_str(), file_.c_str()) == 0;
+  std::string why;
+  if (WriteFileAtomically(file_, text.str(), why)) return true;
+  if (error) *error = why;
+  return false;
 }
 
 std::string ReadINI(const std::string& file, const std::string& section, const std::string& key,

@@ -23,7 +23,7 @@ class IniText {
   void Set(const std::string& section, const std::string& key, const std::string& value);
 
   // Writes the lines back through a temporary file; false if that fails.
-  bool Save() const;
+  bool Save(std::string* error = nullptr) const;
 
  private:
   std::string file_;

@@ -220,11 +220,11 @@ void LoadSettings(const std::string& file) {
   gSettings = s;
 }
 
-bool SaveSettings(const std::string& file) {
+bool SaveSettings(const std::string& file, std::string* error) {
   IniText ini(file);
   for (const Key& key : Keys())
     if (key.write) ini.Set(key.section, key.name, key.write(gSettings));
-  return ini.Save();
+  return ini.Save(error);
 }
 
 std::string DataDir() {

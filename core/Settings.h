@@ -93,7 +93,7 @@ std::string SettingsFile();
 // (the text editor, the folders) first.
 void LoadSettings(const std::string& file = SettingsFile());
 // Writes every key.
-bool SaveSettings(const std::string& file = SettingsFile());
+bool SaveSettings(const std::string& file = SettingsFile(), std::string* error = nullptr);
 // The defaults of this machine: Settings() with its folders and editor filled.
 Settings DefaultSettings();
 

@@ -28,6 +28,12 @@ std::string QuickForm::VetFactors() {
     f.sName = name;
     f.sKey = "f" + std::to_string(made.size() + 1);
     bool numeric = true;
+    // The levels stand in the first columns: a blank between two of them is
+    // a level left out by mistake, which is said rather than passed over.
+    std::size_t last = row.levels.size();
+    while (last > 0 && Trim(row.levels[last - 1]).empty()) --last;
+    for (std::size_t i = 0; i < last; ++i)
+      if (Trim(row.levels[i]).empty()) return SubstituteCopy(GetText("QCKerrb"), name);
     for (const std::string& text : row.levels) {
       std::string level = Trim(text);
       if (level.empty()) continue;

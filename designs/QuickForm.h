@@ -16,7 +16,7 @@ class QuickForm {
   static constexpr int MAX_LEVELS = 8;
   struct FactorRow {
     std::string name;
-    std::vector<std::string> levels;  // up to eight; blanks are skipped
+    std::vector<std::string> levels;  // up to eight, from the first column; blanks after the last are unused
   };
 
   QuickForm();

@@ -7,6 +7,7 @@
 
 #include "core/CueCards.h"
 #include "core/Settings.h"
+#include "core/Ui.h"
 #include "shell/Buttons.h"
 #include "shell/Translate.h"
 
@@ -40,7 +41,10 @@ frmCueCard::frmCueCard(const std::string& cardText, QWidget* parent) : QDialog(p
 
 void ShowCueCard(const std::string& tag, QWidget* parent) {
   std::string card = CueCards(tag);
-  if (card.empty()) return;
+  if (card.empty()) {
+    ErrorBox(CueCardComplaint(tag));
+    return;
+  }
   frmCueCard dialog(card, parent);
   dialog.exec();
 }

@@ -540,7 +540,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     return;
   }
   SaveAppState();
-  SaveSettings();
+  // Said once, here: the settings are written at every start too, silently.
+  std::string error;
+  if (!SaveSettings(SettingsFile(), &error))
+    ErrorBox("The settings cannot be written to " + SettingsFile() + ": " + error +
+             ". The changes to the settings made in this session are lost.");
   event->accept();
 }
 

@@ -89,7 +89,7 @@ void frmTest::cmdDoIt_Click(int index) {
   std::vector<std::string> args;
   for (QLineEdit* arg : txtArg[index]) args.push_back(arg->text().toStdString());
   std::string out, error;
-  if (RunBenchRoutine(ROUTINE_NAMES[index], args, out, error)) {
+  if (RunBenchRoutine(ROUTINE_NAMES[index], args, out, error) == BenchResult::Done) {
     txtResult[index]->setText(OneLine(out));
     txtResult[index]->setToolTip(QString::fromStdString(out));
   } else {

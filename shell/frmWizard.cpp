@@ -251,7 +251,8 @@ void frmWizard::Show(int step) {
   pages_->setCurrentIndex(step - 1);
   const PageInfo& info = PAGES[step - 1];
   std::string caption = GetText(info.captionTag);
-  setWindowTitle(QString("Kestrow Wizard - ") + (caption.empty() ? QString(info.caption) : Q(caption)));
+  // The dictionary's captions carry the wizard's name already.
+  setWindowTitle(caption.empty() ? QString("Kestrow Wizard - ") + info.caption : Q(caption));
   cmdPrev->setEnabled(step > 1);
   cmdNext->setText(step == 8 ? "&Finish" : "&Next >");
   if (step == 3) {

@@ -1,5 +1,6 @@
 #include "stats/StatBench.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -24,6 +25,11 @@ const std::vector<BenchRoutine>& BenchRoutines() {
   return ROUTINES;
 }
 
+const std::vector<std::string>& TableCColumns() {
+  static const std::vector<std::string> COLUMNS = {"d2", "c4", "A2", "A3", "B3", "B4", "D3", "D4"};
+  return COLUMNS;
+}
+
 const BenchRoutine* FindBenchRoutine(const std::string& name) {
   for (const BenchRoutine& r : BenchRoutines())
     if (name == r.name) return &r;
@@ -46,29 +52,44 @@ bool ToInt16(double value, std::int16_t& n) {
 
 }  // namespace
 
-bool RunBenchRoutine(const std::string& name, const std::vector<std::string>& args, std::string& out,
-                     std::string& error) {
+BenchResult RunBenchRoutine(const std::string& name, const std::vector<std::string>& args, std::string& out,
+                            std::string& error) {
   out.clear();
   error.clear();
   const BenchRoutine* routine = FindBenchRoutine(name);
   if (!routine) {
     error = "no routine " + name;
-    return false;
+    return BenchResult::BadArguments;
   }
   if (args.size() != routine->count) {
     error = name + " takes " + routine->arguments;
-    return false;
+    return BenchResult::BadArguments;
   }
   auto refuse = [&](const std::string& why) {
     error = name + ": " + why;
-    return false;
+    return BenchResult::BadArguments;
   };
+  auto none = [&](const std::string& why) {
+    out.clear();
+    error = name + ": " + why;
+    return BenchResult::NoValue;
+  };
+  const std::string NO_VALUE = "the table holds no value for these arguments";
   if (name == "ReadTableC") {
     std::int16_t n = 0;
     if (!IsNumeric(args[0])) return refuse(args[0] + " is not a number");
     if (!ToInt16(Val(args[0]), n)) return refuse(args[0] + " is out of range");
-    out = ShortestText(ReadTableC(n, args[1]));
-    return true;
+    // The column is a name of the table, never text put into the query.
+    const auto& columns = TableCColumns();
+    if (std::find(columns.begin(), columns.end(), args[1]) == columns.end()) {
+      std::string list;
+      for (const std::string& c : columns) list += (list.empty() ? "" : ", ") + c;
+      return refuse("the column is one of " + list);
+    }
+    float value = ReadTableC(n, args[1]);
+    if (value == MISSING_VALUE) return none("no value: the table holds none (0, no such limit) or cannot be read");
+    out = ShortestText(value);
+    return BenchResult::Done;
   }
   std::vector<float> x;
   for (const std::string& a : args) {
@@ -96,21 +117,29 @@ bool RunBenchRoutine(const std::string& name, const std::vector<std::string>& ar
     if (!count(1)) return refuse(args[1] + " is out of range");
     float v = MISSING_VALUE, d2 = MISSING_VALUE;
     ReadTableB(n[0], n[1], v, d2);
+    if (v == MISSING_VALUE || d2 == MISSING_VALUE) return none(NO_VALUE);
     out = ShortestText(v) + "\n" + ShortestText(d2);
   } else if (name == "ReadTableD") {
     if (!count(2)) return refuse(args[2] + " is out of range");
     float h = MISSING_VALUE;
     ReadTableD(x[0], x[1], n[2], h);
+    if (h == MISSING_VALUE) return none(NO_VALUE);
     out = ShortestText(h);
   } else if (name == "ReadTableF") {
-    out = ShortestText(ReadTableF(x[0], x[1], x[2]));
+    float f = ReadTableF(x[0], x[1], x[2]);
+    if (f == MISSING_VALUE) return none(NO_VALUE);
+    out = ShortestText(f);
   } else if (name == "ReadtPercent") {
     if (!count(0)) return refuse(args[0] + " is out of range");
-    out = ShortestText(ReadtPercent(n[0], x[1]));
+    float t = 0;
+    if (!ReadtPercent(n[0], x[1], t)) return none(NO_VALUE);
+    out = ShortestText(t);
   } else if (name == "ReadDuncanRow") {
     if (!count(0)) return refuse(args[0] + " is out of range");
     DuncanRows table{};
+    table[0][2] = MISSING_VALUE;  // the f of the row read, when one was
     ReadDuncanRow(n[0], x[1], table);
+    if (table[0][2] == MISSING_VALUE) return none(NO_VALUE);
     // p and the significant range of each of the 13 columns.
     for (int i = 1; i <= 13; ++i) out += (i > 1 ? "\n" : "") + ShortestText(table[i][1]) + "\t" + ShortestText(table[i][2]);
   } else {
@@ -120,7 +149,7 @@ bool RunBenchRoutine(const std::string& name, const std::vector<std::string>& ar
     else if (name == "FormatP") out = FormatP(digits, x[1]);
     else out = FormatDecimals(digits, x[1]);
   }
-  return true;
+  return BenchResult::Done;
 }
 
 }  // namespace kestrow

@@ -20,16 +20,26 @@ const std::vector<BenchRoutine>& BenchRoutines();
 // The routine of that name, or nullptr.
 const BenchRoutine* FindBenchRoutine(const std::string& name);
 
+// The columns of TableC that ReadTableC may be asked for.
+const std::vector<std::string>& TableCColumns();
+
+enum class BenchResult {
+  Done,          // out holds the result(s)
+  BadArguments,  // error says which argument is wrong; nothing was called
+  NoValue,       // a table holds no value there; error says so
+};
+
 // Calls the routine with the arguments. Each argument is a number, except the
-// column name of ReadTableC; a count of digits or decimals and the degrees of
-// freedom of t are whole numbers. On success `out` holds the result(s), one
-// per line with no closing newline, each number as the shortest text of its
-// float (ReadTableB: v, then d2; ReadDuncanRow: p, a tab and the range, for
-// each of its 13 columns). Otherwise `error` says what was wrong
-// ("FValue: x is not a number") and nothing is called.
-// The table readers need TABLES.MDB in the program folder; they report their
-// own failures through Ui.
-bool RunBenchRoutine(const std::string& name, const std::vector<std::string>& args, std::string& out,
-                     std::string& error);
+// column name of ReadTableC, one of TableCColumns(); a count of digits or
+// decimals and the degrees of freedom of t are whole numbers. On success
+// `out` holds the result(s), one per line with no closing newline, each
+// number as the shortest text of its float (ReadTableB: v, then d2;
+// ReadDuncanRow: p, a tab and the range, for each of its 13 columns).
+// Otherwise `error` says what was wrong ("FValue: x is not a number"). The
+// table readers need TABLES.MDB in the program folder; they report their own
+// failures through Ui, and a lookup that gives no value is NoValue, never the
+// missing-value mark printed as a number.
+BenchResult RunBenchRoutine(const std::string& name, const std::vector<std::string>& args, std::string& out,
+                            std::string& error);
 
 }  // namespace kestrow

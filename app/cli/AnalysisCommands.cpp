@@ -61,7 +61,11 @@ int Stat(const Words& args) {
     OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language);
   }
   std::string out, error;
-  if (!RunBenchRoutine(routine, Words(args.begin() + 1, args.end()), out, error)) return Usage("stat " + error);
+  switch (RunBenchRoutine(routine, Words(args.begin() + 1, args.end()), out, error)) {
+    case BenchResult::BadArguments: return Usage("stat " + error);
+    case BenchResult::NoValue: return Failed(error);
+    case BenchResult::Done: break;
+  }
   std::cout << out << "\n";
   return OK;
 }

@@ -47,6 +47,16 @@ TEST_F(ANOVAFormTest, PoolingTotalsFollowTheTicks) {
   EXPECT_TRUE(f.changed);
 }
 
+// The totals beside the list have its four figures: the filtration rate
+// experiment (Montgomery, Example 6.2) totals 5730.9375.
+TEST_F(ANOVAFormTest, TheTotalsShowInTheFormatOfTheList) {
+  auto p = test::Sample("FiltrationRate");
+  Statistics all;
+  all.Compute(p->Studies(1));
+  ANOVAForm f(p->Studies(1), all);
+  EXPECT_EQ(f.lblTotalSS(), "5731");
+}
+
 TEST_F(ANOVAFormTest, CancelPutsThePoolingBack) {
   Study& s = TwoLevel(3, 1, UNREPLICATED);
   s.Contrasts(7).bPooled = true;

@@ -1,7 +1,10 @@
 // Cue cards: check values, edited cards, missing tags, and the reset.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "core/CueCards.h"
+#include "core/Paths.h"
 #include "core/TestSupport.h"
 
 namespace kestrow {
@@ -63,6 +66,24 @@ TEST(CueCards, AnEditedCardSaysSoUntilTheResetAndAMissingTagShowsNothing) {
   ASSERT_TRUE(AdminResetCueCards(file, error));
   EXPECT_FALSE(ReadCueCard(file, "ONE").edited);
   EXPECT_EQ(ReadCueCard(file, "ONE").text.substr(0, 5), "Frist");
+}
+
+// A file without one card is no cue-card file: the reset refuses it and
+// leaves it; a card that cannot be shown is said, by its cause.
+TEST(CueCards, AFileWithoutCardsIsNotRewrittenAndAMissingCardIsSaid) {
+  TempDir dir;
+  std::string file = dir / "CueCards.TXT";
+  WriteFile(file, "some notes\nof no card\n");
+  std::string error;
+  EXPECT_FALSE(AdminResetCueCards(file, error));
+  EXPECT_NE(error.find("no cue cards"), std::string::npos) << error;
+  EXPECT_EQ(ReadFile(file), "some notes\nof no card\n");
+
+  SetProgramFolder(dir.str());
+  EXPECT_NE(CueCardComplaint("ONE").find("no cue card \"ONE\""), std::string::npos);
+  std::filesystem::remove(file);
+  EXPECT_NE(CueCardComplaint("ONE").find("missing or unreadable"), std::string::npos);
+  SetProgramFolder("");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -77,6 +78,24 @@ class tst_frmMain : public QObject {
     QVERIFY(w.close());
     // The settings were written at the close.
     QVERIFY(FileExists(SettingsFile()));
+  }
+
+  // A settings file that cannot be written (here a folder stands in its
+  // place) is said once, at the close, and the close goes on.
+  void settingsThatCannotBeWrittenAreSaidOnceAtTheClose() {
+    QFile::remove(QString::fromStdString(SettingsFile()));
+    QVERIFY(QDir().mkpath(QString::fromStdString(SettingsFile())));
+    {
+      frmMain w;
+      w.Load();
+      w.show();
+      ui_->messages.clear();
+      QVERIFY(w.close());
+    }
+    QDir(QString::fromStdString(SettingsFile())).removeRecursively();
+    QCOMPARE(ui_->messages.size(), std::size_t(1));
+    QCOMPARE(ui_->messages[0].kind, std::string("error"));
+    QVERIFY(QString::fromStdString(ui_->messages[0].text).contains("settings cannot be written"));
   }
 
   void anOpenedSampleShowsItsTitleAndTreeAndEachKindOfNode() {

@@ -25,9 +25,12 @@ TEST(StatBench, CountsThatAreNoWholeNumberOrBeyondASixteenBitIntegerAreRefused) 
                         Case{"ReadtPercent", {"-32769", "0.05"}, "ReadtPercent: -32769 is out of range"},
                         Case{"ReadDuncanRow", {"1e9", "0.05"}, "ReadDuncanRow: 1e9 is out of range"},
                         Case{"FormatSF", {"2.5", "3"}, "FormatSF: 2.5 is not a whole number from 0 to 20"},
-                        Case{"tProbability", {"1", "0"}, "tProbability: v is a whole number from 1"}}) {
+                        Case{"tProbability", {"1", "0"}, "tProbability: v is a whole number from 1"},
+                        // A column is a name of the table, never text for the query.
+                        Case{"ReadTableC", {"5", "D4] FROM TableC; --"},
+                             "ReadTableC: the column is one of d2, c4, A2, A3, B3, B4, D3, D4"}}) {
     std::string out = "stale", error;
-    EXPECT_FALSE(RunBenchRoutine(c.routine, c.args, out, error)) << c.routine;
+    EXPECT_EQ(RunBenchRoutine(c.routine, c.args, out, error), BenchResult::BadArguments) << c.routine;
     EXPECT_EQ(error, c.error);
     EXPECT_TRUE(out.empty());
   }
@@ -35,9 +38,18 @@ TEST(StatBench, CountsThatAreNoWholeNumberOrBeyondASixteenBitIntegerAreRefused) 
 
   // Within the range a fraction is dropped, as the readers always took it.
   std::string whole, fraction, error;
-  ASSERT_TRUE(RunBenchRoutine("ReadTableB", {"5", "1"}, whole, error)) << error;
-  ASSERT_TRUE(RunBenchRoutine("ReadTableB", {"5.9", "1"}, fraction, error)) << error;
+  ASSERT_EQ(RunBenchRoutine("ReadTableB", {"5", "1"}, whole, error), BenchResult::Done) << error;
+  ASSERT_EQ(RunBenchRoutine("ReadTableB", {"5.9", "1"}, fraction, error), BenchResult::Done) << error;
   EXPECT_EQ(fraction, whole);
+
+  // A lookup without a value is said, not printed as the missing-value mark:
+  // D3 of a subgroup of 2 has no lower limit; F has no table at alpha 0.02.
+  std::string out;
+  EXPECT_EQ(RunBenchRoutine("ReadTableC", {"2", "D3"}, out, error), BenchResult::NoValue);
+  EXPECT_NE(error.find("no value"), std::string::npos);
+  EXPECT_TRUE(out.empty());
+  EXPECT_EQ(RunBenchRoutine("ReadTableF", {"0.02", "1", "10"}, out, error), BenchResult::NoValue);
+  ui->messages.clear();
   SetProgramFolder("");
 }
 
