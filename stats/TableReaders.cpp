@@ -135,11 +135,13 @@ float ReadTableC(std::int16_t n, const std::string& columnName) {
   TablesDb db;
   if (!db.IsOpen()) return MISSING_VALUE;
   Records r;
-  // The name is quoted as an identifier, so that no text can become query.
-  std::string quoted = "\"";
-  for (char c : columnName) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-  quoted += "\"";
-  if (!SelectRows(db, "SELECT " + quoted + " FROM TableC WHERE n = " + std::to_string(n), r, "ReadTableC"))
+  // The name stands in brackets as an identifier; one that would close them
+  // is no column, and no text can become part of the query.
+  if (columnName.find(']') != std::string::npos) {
+    ReportError("no such column: " + columnName, "ReadTableC");
+    return MISSING_VALUE;
+  }
+  if (!SelectRows(db, "SELECT [" + columnName + "] FROM TableC WHERE n = " + std::to_string(n), r, "ReadTableC"))
     return MISSING_VALUE;
   float value = static_cast<float>(r.rows[0][0]);
   return value == 0.0f ? MISSING_VALUE : value;
