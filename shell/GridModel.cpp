@@ -45,6 +45,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return f;
       }
       return {};
+    case Qt::ToolTipRole:
+      if (grid_.Text(r, c).empty()) return {};
+      return QString::fromStdString(grid_.Text(r, c));
     case Qt::TextAlignmentRole:
       if (fixed || grid_.MergeAt(r, c)) return int(Qt::AlignCenter);
       // Numbers line up on the right, words on the left.
@@ -66,6 +69,13 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
 bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (!index.isValid() || role != Qt::EditRole || !Commit) return false;
   return Commit(index.row(), index.column(), value.toString());
+}
+
+void GridModel::FitColumns(QTableView* view, int maxChars) {
+  view->resizeColumnsToContents();
+  int widest = view->fontMetrics().averageCharWidth() * maxChars + 12;
+  for (int c = 0; c < view->model()->columnCount(); ++c)
+    if (view->columnWidth(c) > widest) view->setColumnWidth(c, widest);
 }
 
 void GridModel::ApplyLayout(QTableView* view) const {

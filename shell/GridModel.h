@@ -32,6 +32,10 @@ class GridModel : public QAbstractTableModel {
 
   // Spans and column widths of the grid on a view.
   void ApplyLayout(QTableView* view) const;
+  // Sizes the columns to their contents, none wider than maxChars average
+  // characters: a long name is cut (its whole text is the cell's tool tip)
+  // rather than pushing the figures beside it out of sight.
+  static void FitColumns(QTableView* view, int maxChars);
 
   Grid& grid() { return grid_; }
 

@@ -57,7 +57,7 @@ void frmMain::ShowEditAnalysis(int mode) {
   ClearPane();
   DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
   gridModel_->ApplyLayout(grdMain);
-  grdMain->resizeColumnsToContents();
+  GridModel::FitColumns(grdMain, 48);
   pane_->setCurrentWidget(grdMain);
   paneName_ = AnalysisTag(code);
   UpdateMenus();

@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -50,10 +51,21 @@ frmStudy::frmStudy(int mode, const std::string& key, QWidget* parent) : QDialog(
   lblDesign = label("lblDesign", "");
   lblDesign->setFrameShape(QFrame::StyledPanel);
   lblDesign->setMinimumWidth(260);
-  lblFactors = label("lblFactorList", "");
-  lblFactors->setWordWrap(true);
-  lblRespVars = label("lblRespVarList", "");
-  lblRespVars->setWordWrap(true);
+  // The lists show one name a line and scroll, so that long names and many
+  // factors never push the dialog off the screen or get cut.
+  auto list = [&](const char* name) {
+    auto* l = new QListWidget(this);
+    l->setObjectName(name);
+    l->setSelectionMode(QAbstractItemView::NoSelection);
+    l->setFocusPolicy(Qt::NoFocus);
+    l->setWordWrap(true);
+    l->setTextElideMode(Qt::ElideNone);
+    l->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    l->setMaximumHeight(l->fontMetrics().lineSpacing() * 6 + 8);
+    return l;
+  };
+  lblFactors = list("lblFactorList");
+  lblRespVars = list("lblRespVarList");
   cmdFactors = button("cmdFactors", "&Factors...");
   cmdRespVars = button("cmdRespVars", "&Response variables...");
   cmdDesign = button("cmdDesign", "&Design...");
@@ -142,11 +154,10 @@ void frmStudy::ToForm() {
 }
 
 void frmStudy::ShowLists() {
-  QStringList factors, rvs;
-  for (int f = 1; f <= gStudyEdit.Factors.Count(); ++f) factors << Q(gStudyEdit.GetFactorName(f));
-  for (const StudyRespVar& srv : gStudyEdit.StudyRespVars) rvs << Q(gStudyEdit.GetPRVName(srv.sKey));
-  lblFactors->setText(factors.join(", "));
-  lblRespVars->setText(rvs.join(", "));
+  lblFactors->clear();
+  lblRespVars->clear();
+  for (int f = 1; f <= gStudyEdit.Factors.Count(); ++f) lblFactors->addItem(Q(gStudyEdit.GetFactorName(f)));
+  for (const StudyRespVar& srv : gStudyEdit.StudyRespVars) lblRespVars->addItem(Q(gStudyEdit.GetPRVName(srv.sKey)));
 }
 
 void frmStudy::FromForm() {

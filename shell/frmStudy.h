@@ -9,6 +9,7 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QListWidget;
 class QLineEdit;
 class QPushButton;
 
@@ -24,7 +25,8 @@ class frmStudy : public QDialog {
 
   QLineEdit *txtName, *txtDesc, *txtReps;
   QCheckBox* chkRandom;
-  QLabel *lblDesign, *lblFactors, *lblRespVars;
+  QLabel* lblDesign;
+  QListWidget *lblFactors, *lblRespVars;  // the study's factors and responses, one a line
   QPushButton *cmdFactors, *cmdRespVars, *cmdDesign, *cmdViewDes, *cmdOK, *cmdCancel;
   QComboBox* cmbPartial;
 

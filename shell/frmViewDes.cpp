@@ -27,7 +27,7 @@ frmViewDes::frmViewDes(const Study& study, QWidget* parent) : QDialog(parent), s
   grdDesign->verticalHeader()->hide();
   grdDesign->setEditTriggers(QAbstractItemView::NoEditTriggers);
   model_->ApplyLayout(grdDesign);
-  grdDesign->resizeColumnsToContents();
+  GridModel::FitColumns(grdDesign, 12);
   lblSource = new QLabel(this);
   lblSource->setObjectName("lblSource");
   lblSource->setWordWrap(true);
