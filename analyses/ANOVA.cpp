@@ -6,6 +6,7 @@
 
 #include "analyses/BlockStats.h"
 #include "analyses/Cstat.h"
+#include "core/Formatters.h"
 #include "core/Grid.h"
 #include "core/Language.h"
 #include "core/Sentinels.h"
@@ -16,7 +17,6 @@
 #include "data/Statistics.h"
 #include "stats/FProbability.h"
 #include "stats/FValue.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 

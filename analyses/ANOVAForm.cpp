@@ -2,12 +2,12 @@
 
 #include <cmath>
 
+#include "core/Formatters.h"
 #include "core/Language.h"
 #include "core/Sentinels.h"
 #include "core/Study.h"
 #include "core/Text.h"
 #include "core/Ui.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 

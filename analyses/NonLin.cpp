@@ -5,12 +5,12 @@
 
 #include "analyses/Cstat.h"
 #include "core/Clock.h"
+#include "core/Formatters.h"
 #include "core/Language.h"
 #include "core/Problem.h"
 #include "core/Report.h"
 #include "core/Study.h"
 #include "core/Ui.h"
-#include "stats/Formatters.h"
 #include "stats/TableReaders.h"
 
 namespace kestrow {

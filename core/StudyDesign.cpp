@@ -4,11 +4,11 @@
 #include <cmath>
 #include <map>
 
+#include "core/Formatters.h"
 #include "core/Problem.h"
 #include "core/Settings.h"
 #include "core/Study.h"
 #include "core/Text.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 

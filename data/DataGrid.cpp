@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Formatters.h"
 #include "core/Language.h"
 #include "core/Problem.h"
 #include "core/Sentinels.h"
 #include "core/Settings.h"
 #include "core/Study.h"
 #include "core/Text.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Clock.h"
+#include "core/Formatters.h"
 #include "core/Language.h"
 #include "core/Problem.h"
 #include "core/Report.h"
@@ -13,7 +14,6 @@
 #include "core/Text.h"
 #include "core/Ui.h"
 #include "data/Statistics.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 

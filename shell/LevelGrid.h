@@ -3,7 +3,7 @@
 // setup wizard both use it.
 #pragma once
 
-#include "core/FactorForm.h"
+#include "workbench/FactorForm.h"
 
 class QTableWidget;
 

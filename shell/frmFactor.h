@@ -5,7 +5,7 @@
 
 #include <QDialog>
 
-#include "core/FactorForm.h"
+#include "workbench/FactorForm.h"
 
 class QCheckBox;
 class QLineEdit;

@@ -16,12 +16,8 @@
 #include <QTreeWidget>
 #include <set>
 
-#include "analyses/ShowAnalysis.h"
 #include "core/Globals.h"
 #include "core/Language.h"
-#include "core/MainCommands.h"
-#include "core/PaneViews.h"
-#include "core/ProblemTree.h"
 #include "core/Settings.h"
 #include "core/Ui.h"
 #include "data/StudyReports.h"
@@ -31,6 +27,10 @@
 #include "shell/Icons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
+#include "workbench/MainCommands.h"
+#include "workbench/PaneViews.h"
+#include "workbench/ProblemTree.h"
+#include "workbench/ShowAnalysis.h"
 
 namespace kestrow {
 

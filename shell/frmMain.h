@@ -10,8 +10,8 @@
 #include <string>
 
 #include "core/Grid.h"
-#include "core/PaneViews.h"
 #include "data/DataGrid.h"
+#include "workbench/PaneViews.h"
 
 class QAction;
 class QLabel;

@@ -4,11 +4,7 @@
 #include <QStackedWidget>
 #include <QTableView>
 
-#include "analyses/Availability.h"
-#include "analyses/ShowAnalysis.h"
 #include "core/Globals.h"
-#include "core/PrintLog.h"
-#include "core/ProblemTree.h"
 #include "core/Study.h"
 #include "core/Ui.h"
 #include "data/Statistics.h"
@@ -16,6 +12,10 @@
 #include "shell/frmANOVA.h"
 #include "shell/frmMain.h"
 #include "shell/frmNonLin.h"
+#include "workbench/Availability.h"
+#include "workbench/PrintLog.h"
+#include "workbench/ProblemTree.h"
+#include "workbench/ShowAnalysis.h"
 
 namespace kestrow {
 

@@ -13,10 +13,7 @@
 #include "core/CueCards.h"
 #include "core/Globals.h"
 #include "core/Language.h"
-#include "core/MainCommands.h"
 #include "core/Paths.h"
-#include "core/PrintLog.h"
-#include "core/ProblemTree.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "core/Ui.h"
@@ -40,6 +37,9 @@
 #include "shell/frmViewDes.h"
 #include "shell/frmWizard.h"
 #include "shell/frmXform.h"
+#include "workbench/MainCommands.h"
+#include "workbench/PrintLog.h"
+#include "workbench/ProblemTree.h"
 
 namespace kestrow {
 

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "core/RVForm.h"
+#include "workbench/RVForm.h"
 
 class QLineEdit;
 class QPushButton;

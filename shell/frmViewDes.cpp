@@ -8,11 +8,11 @@
 
 #include "core/GridText.h"
 #include "core/Language.h"
-#include "core/PrintLog.h"
 #include "core/Study.h"
 #include "designs/DesignView.h"
 #include "shell/GridModel.h"
 #include "shell/Translate.h"
+#include "workbench/PrintLog.h"
 
 namespace kestrow {
 

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "designs/SetupWizard.h"
+#include "workbench/SetupWizard.h"
 
 class QCheckBox;
 class QLabel;

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/Formatters.h"
 #include "core/Sentinels.h"
 #include "core/Text.h"
 #include "stats/FProbability.h"
 #include "stats/FValue.h"
-#include "stats/Formatters.h"
 #include "stats/Normal.h"
 #include "stats/TableReaders.h"
 #include "stats/tProbability.h"

@@ -1,8 +1,6 @@
 // The show step of an analysis, and the bench of the statistical routines.
 #include <iostream>
 
-#include "analyses/Availability.h"
-#include "analyses/ShowAnalysis.h"
 #include "app/cli/Cli.h"
 #include "app/cli/Commands.h"
 #include "core/Grid.h"
@@ -13,6 +11,8 @@
 #include "core/Settings.h"
 #include "data/Statistics.h"
 #include "stats/StatBench.h"
+#include "workbench/Availability.h"
+#include "workbench/ShowAnalysis.h"
 
 namespace kestrow::cli {
 

@@ -11,12 +11,12 @@
 #include "analyses/ANOVA.h"
 #include "analyses/AnalysisFixture.h"
 #include "analyses/Cstat.h"
+#include "core/Formatters.h"
 #include "core/Grid.h"
 #include "core/Language.h"
 #include "data/Statistics.h"
 #include "stats/FProbability.h"
 #include "stats/FValue.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 namespace {

@@ -3,9 +3,9 @@
 
 #include "core/Grid.h"
 #include "core/Language.h"
-#include "core/PrintLog.h"
 #include "core/Report.h"
 #include "core/TestSupport.h"
+#include "workbench/PrintLog.h"
 
 namespace kestrow {
 namespace {

@@ -4,11 +4,11 @@
 
 #include <cmath>
 
+#include "core/Formatters.h"
 #include "core/Study.h"
 #include "core/TestSupport.h"
 #include "core/Text.h"
 #include "data/Statistics.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 namespace {

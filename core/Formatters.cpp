@@ -2,7 +2,7 @@
 // stand before the point, rounded half to even, and scaled back.
 // Fixed-decimal formatting: the mask "########0.000", fixed notation with no
 // grouping.
-#include "stats/Formatters.h"
+#include "core/Formatters.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "core/PrintLog.h"
+#include "workbench/PrintLog.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,10 +1,10 @@
-#include "designs/SetupWizard.h"
+#include "workbench/SetupWizard.h"
 
 #include "core/Globals.h"
 #include "core/Language.h"
-#include "core/MainCommands.h"
 #include "core/Text.h"
 #include "core/Ui.h"
+#include "workbench/MainCommands.h"
 
 namespace kestrow {
 

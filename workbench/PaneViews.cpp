@@ -1,4 +1,4 @@
-#include "core/PaneViews.h"
+#include "workbench/PaneViews.h"
 
 #include "core/Language.h"
 #include "core/Problem.h"

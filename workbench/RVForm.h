@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "core/FactorForm.h"
 #include "core/RespVar.h"
+#include "workbench/FactorForm.h"
 
 namespace kestrow {
 

@@ -1,12 +1,12 @@
-#include "core/FactorForm.h"
+#include "workbench/FactorForm.h"
 
 #include "core/Globals.h"
 #include "core/Language.h"
-#include "core/MainCommands.h"
 #include "core/Sentinels.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "core/Ui.h"
+#include "workbench/MainCommands.h"
 
 namespace kestrow {
 

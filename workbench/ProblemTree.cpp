@@ -1,4 +1,4 @@
-#include "core/ProblemTree.h"
+#include "workbench/ProblemTree.h"
 
 #include "core/Language.h"
 #include "core/Problem.h"

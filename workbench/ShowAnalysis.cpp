@@ -1,7 +1,7 @@
-#include "analyses/ShowAnalysis.h"
+#include "workbench/ShowAnalysis.h"
 
 #include "analyses/ANOVA.h"
-#include "analyses/Availability.h"
+#include "workbench/Availability.h"
 
 namespace kestrow {
 

@@ -2,9 +2,9 @@
 // study can be in.
 #include <gtest/gtest.h>
 
-#include "analyses/Availability.h"
 #include "core/TestSupport.h"
 #include "data/Statistics.h"
+#include "workbench/Availability.h"
 
 namespace kestrow {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
+#include "core/Formatters.h"
 #include "core/Sentinels.h"
-#include "stats/Formatters.h"
 
 namespace kestrow {
 namespace {

@@ -1,4 +1,4 @@
-#include "analyses/Availability.h"
+#include "workbench/Availability.h"
 
 #include "core/Study.h"
 #include "data/Statistics.h"

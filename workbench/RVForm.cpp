@@ -1,4 +1,4 @@
-#include "core/RVForm.h"
+#include "workbench/RVForm.h"
 
 #include "core/Globals.h"
 #include "core/Language.h"

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/FactorForm.h"
-#include "core/RVForm.h"
+#include "workbench/FactorForm.h"
+#include "workbench/RVForm.h"
 
 namespace kestrow {
 

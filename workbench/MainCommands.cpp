@@ -1,4 +1,4 @@
-#include "core/MainCommands.h"
+#include "workbench/MainCommands.h"
 
 #include "core/Globals.h"
 #include "core/Language.h"

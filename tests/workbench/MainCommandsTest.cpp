@@ -4,14 +4,14 @@
 
 #include <algorithm>
 
-#include "core/FactorForm.h"
 #include "core/Language.h"
-#include "core/MainCommands.h"
 #include "core/Paths.h"
-#include "core/ProblemTree.h"
-#include "core/RVForm.h"
 #include "core/Startup.h"
 #include "core/TestSupport.h"
+#include "workbench/FactorForm.h"
+#include "workbench/MainCommands.h"
+#include "workbench/ProblemTree.h"
+#include "workbench/RVForm.h"
 
 namespace kestrow {
 namespace {
