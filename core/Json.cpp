@@ -1,6 +1,12 @@
 #include "core/Json.h"
 
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
 #include "core/CodePage.h"
+#include "core/Text.h"
 
 namespace kestrow {
 
@@ -302,6 +308,24 @@ std::string JsonQuote(const std::string& utf8) {
   }
   out += '"';
   return out;
+}
+
+}  // namespace kestrow
+
+namespace kestrow {
+
+std::string JsonFloat(float x) {
+  if (std::isnan(x)) {
+    std::uint32_t bits;
+    std::memcpy(&bits, &x, 4);
+    if (bits == JSON_PLAIN_NAN) return "\"NaN\"";
+    char text[24];
+    std::snprintf(text, sizeof text, "\"NaN:0x%08X\"", bits);
+    return text;
+  }
+  if (std::isinf(x)) return x < 0 ? "\"-Inf\"" : "\"Inf\"";
+  if (x == 0 && std::signbit(x)) return "-0";
+  return ShortestText(x);
 }
 
 }  // namespace kestrow

@@ -29,4 +29,12 @@ bool ParseJson(const std::string& text, JsonValue& out, std::string& error);
 // A JSON string literal of UTF-8 text; control characters are escaped.
 std::string JsonQuote(const std::string& utf8);
 
+// The bits of the quiet NaN that the text "NaN" stands for.
+inline constexpr unsigned JSON_PLAIN_NAN = 0x7FC00000u;
+
+// A 32-bit float that reads back to the bit: the shortest text of a number,
+// "-0" for negative zero, and for what is no number the strings "NaN" (the
+// plain quiet NaN), "NaN:0x7FC00001" (any other, by its bits), "Inf", "-Inf".
+std::string JsonFloat(float x);
+
 }  // namespace kestrow

@@ -1,10 +1,7 @@
 #include "core/ProblemJson.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <functional>
 #include <set>
 #include <sstream>
@@ -13,6 +10,7 @@
 
 #include "core/CodePage.h"
 #include "core/Json.h"
+#include "core/JsonReader.h"
 #include "core/Problem.h"
 #include "core/Text.h"
 
@@ -100,26 +98,9 @@ const std::vector<StudyField>& StudyFields() {
   return fields;
 }
 
-// The bits of the quiet NaN that "NaN" stands for.
-constexpr std::uint32_t PLAIN_NAN = 0x7FC00000u;
-
 // ---- writing ----------------------------------------------------------------
 
-// Every float comes back to the bit: -0 keeps its sign, and a NaN other
-// than the plain quiet one is written with its bits ("NaN:0x7FC00001").
-std::string Num(float x) {
-  if (std::isnan(x)) {
-    std::uint32_t bits;
-    std::memcpy(&bits, &x, 4);
-    if (bits == PLAIN_NAN) return "\"NaN\"";
-    char text[24];
-    std::snprintf(text, sizeof text, "\"NaN:0x%08X\"", bits);
-    return text;
-  }
-  if (std::isinf(x)) return x < 0 ? "\"-Inf\"" : "\"Inf\"";
-  if (x == 0 && std::signbit(x)) return "-0";
-  return ShortestText(x);
-}
+std::string Num(float x) { return JsonFloat(x); }
 std::string Num(int x) { return std::to_string(x); }
 std::string Bool(bool b) { return b ? "true" : "false"; }
 std::string Q(const std::string& s) { return JsonQuote(s); }
@@ -230,102 +211,8 @@ std::string StudyJson(const Study& s) {
 
 // ---- reading ----------------------------------------------------------------
 
-class Reader {
+class Reader : public JsonReader {
  public:
-  std::string error;
-
-  bool Fail(const std::string& path, const std::string& what) {
-    error = (path.empty() ? std::string("the document") : path) + ": " + what;
-    return false;
-  }
-
-  const JsonValue* Field(const JsonValue& obj, const std::string& path, const char* name) {
-    const JsonValue* v = obj.Member(name);
-    if (!v) Fail(path, std::string("missing field \"") + name + "\"");
-    return v;
-  }
-
-  bool OnlyFields(const JsonValue& obj, const std::string& path, const std::vector<std::string>& names) {
-    for (const auto& m : obj.members) {
-      bool known = false;
-      for (const auto& n : names) known = known || n == m.first;
-      if (!known) return Fail(path, "unknown field \"" + m.first + "\"");
-    }
-    return true;
-  }
-
-  bool Expect(const JsonValue& v, JsonValue::Type t, const std::string& path) {
-    if (v.type == t) return true;
-    return Fail(path, std::string("expected ") + JsonValue::TypeName(t) + ", found " + JsonValue::TypeName(v.type));
-  }
-
-  bool Text(const JsonValue& v, const std::string& path, std::string& out) {
-    if (!Expect(v, JsonValue::Type::String, path)) return false;
-    if (Utf8ToCp1252(v.text).size() > 32767) return Fail(path, "a text may hold at most 32767 characters");
-    out = v.text;
-    return true;
-  }
-
-  bool Bytes(const JsonValue& v, const std::string& path, std::string& out) {
-    if (!Expect(v, JsonValue::Type::String, path)) return false;
-    if (!Utf8ToBytes(v.text, out)) return Fail(path, "packed levels hold only characters U+0000 to U+00FF");
-    if (out.size() > 32767) return Fail(path, "a text may hold at most 32767 characters");
-    return true;
-  }
-
-  bool Int(const JsonValue& v, const std::string& path, long lo, long hi, long& out) {
-    if (v.type == JsonValue::Type::Number) {
-      long x = 0;
-      auto res = std::from_chars(v.text.data(), v.text.data() + v.text.size(), x);
-      if (res.ec == std::errc() && res.ptr == v.text.data() + v.text.size() && x >= lo && x <= hi) {
-        out = x;
-        return true;
-      }
-    }
-    return Fail(path, "expected a whole number from " + std::to_string(lo) + " to " + std::to_string(hi));
-  }
-
-  bool Int16(const JsonValue& v, const std::string& path, std::int16_t& out) {
-    long x;
-    if (!Int(v, path, -32768, 32767, x)) return false;
-    out = static_cast<std::int16_t>(x);
-    return true;
-  }
-
-  bool Float(const JsonValue& v, const std::string& path, float& out) {
-    if (v.type == JsonValue::Type::String) {
-      unsigned bits = 0;
-      char tail = 0;
-      if (v.text == "NaN") {
-        std::uint32_t plain = PLAIN_NAN;
-        std::memcpy(&out, &plain, 4);
-      } else if (std::sscanf(v.text.c_str(), "NaN:0x%8X%c", &bits, &tail) == 1 && v.text.size() == 14) {
-        std::uint32_t b = bits;
-        std::memcpy(&out, &b, 4);
-        if (!std::isnan(out)) return Fail(path, "expected a number");
-      } else if (v.text == "Inf") out = INFINITY;
-      else if (v.text == "-Inf") out = -INFINITY;
-      else return Fail(path, "expected a number");
-      return true;
-    }
-    if (!Expect(v, JsonValue::Type::Number, path)) return false;
-    auto res = std::from_chars(v.text.data(), v.text.data() + v.text.size(), out);
-    if (res.ec == std::errc::result_out_of_range) {
-      double wide = std::strtod(v.text.c_str(), nullptr);
-      if (std::fabs(wide) > 3.4028235e38) return Fail(path, "the number is beyond the range of a 32-bit float");
-      out = static_cast<float>(wide);
-      return true;
-    }
-    if (res.ec != std::errc()) return Fail(path, "expected a number");
-    return true;
-  }
-
-  bool Boolean(const JsonValue& v, const std::string& path, bool& out) {
-    if (!Expect(v, JsonValue::Type::Bool, path)) return false;
-    out = v.boolean;
-    return true;
-  }
-
   // An array field, each element read by the function given.
   bool Array(const JsonValue& obj, const std::string& path, const char* name,
              const std::function<bool(const JsonValue&, const std::string&)>& each) {

@@ -1,0 +1,333 @@
+// The drawing of the chart types on plain axes: analysis of means, marginal
+// means, effects, residuals, scree, Pareto, pairwise comparison, response
+// plots, run chart, scattergram, and the input-process-output diagram.
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "charts/ChartPainter.h"
+#include "charts/GetScale.h"
+#include "core/Formatters.h"
+#include "core/Text.h"
+#include "core/Settings.h"
+
+namespace kestrow {
+
+namespace {
+
+// The lines of a text cut at its line breaks ("\r\n" or "\n").
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::string line;
+  for (char ch : text) {
+    if (ch == '\r') continue;
+    if (ch == '\n') {
+      lines.push_back(line);
+      line.clear();
+    } else {
+      line += ch;
+    }
+  }
+  lines.push_back(line);
+  return lines;
+}
+
+}  // namespace
+
+// Decision limits over the levels: the limits' figures stand under the title.
+void ChartPainter::DrawANOM() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawPoints(5);
+  DrawLimits();
+  SetFontPercent(5);
+  auto figure = [](float v) { return v == MISSING_VALUE ? std::string(" --") : FormatNumSF(v); };
+  std::string limits = "LDL=" + figure(c_.LowLimit) + ", Mean=" + figure(c_.MeanLimit) + ", UDL=" + figure(c_.HighLimit);
+  int centre = (c_.PlotLeft + c_.PlotRight) / 2;
+  TextAt(centre, c_.YPercent(6 + 2.5 + 5), limits, 2, gSettings.ChartAxisText);
+  TextAt(c_.PlotLeft, c_.YPercent(11 + 2.5 + 4), c_.sText2, 0, gSettings.ChartAxisText);
+  TextAt(c_.PlotRight, c_.YPercent(16 + 2.5 + 2), c_.sText1, 1, gSettings.ChartAxisText);
+}
+
+// Level means of the factors side by side; each point's second text (a
+// factor's name) stands over the plot above it.
+void ChartPainter::DrawMMP() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawPoints(-1);
+  SetFontPercent(5);
+  for (const DataPoint& p : c_.DataPoints)
+    if (p.idf & 2) TextAt(c_.XToPixel(p.fX), c_.PlotTop - 2, p.sId2, 4, gSettings.ChartAxisText);
+}
+
+void ChartPainter::DrawEffects() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  AutoScaleX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawXTicks(true);
+  DrawPoints(0);
+  Note(c_.sText1, 6 + 2.5 + 4);
+}
+
+// Residuals: the x axis at zero; against a factor, x ticks only where the
+// factor is numeric (no categorical places).
+void ChartPainter::DrawResiduals() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  AutoScaleX();
+  DrawFittedYAxis(true);
+  AxisAtZero();
+  DrawXAxis();
+  DrawXTicks(true);
+  DrawPoints(-1);
+}
+
+void ChartPainter::DrawXY(bool minor) {
+  FitYAxis();
+  PlotArea();
+  AutoScaleX();
+  DrawFittedYAxis(minor);
+  DrawXAxis();
+  DrawXTicks(minor);
+  DrawPoints(-1);
+  Note(c_.sText1, 6 + 2.5 + 2);
+}
+
+void ChartPainter::DrawScree() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawPoints(-1);
+  Note(c_.sText1, 6 + 2.5 + 4);
+}
+
+// Bars from 0 to each value, in rainbow colours along the axis, with their
+// text in them; a bar's pixel for Click is its top.
+void ChartPainter::DrawPareto() {
+  c_.yMin = std::min(0.0f, c_.yMin);
+  FitYAxis();
+  c_.yMin = std::min(0.0f, c_.yMin);
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  SetFontPercent(4);
+  int count = std::max<int>(1, c_.xAxisCount);
+  int i = 0;
+  for (DataPoint& p : c_.DataPoints) {
+    ++i;
+    if (p.fY == MISSING_VALUE || !std::isfinite(p.fY)) continue;
+    int x1 = c_.XToPixel(p.fX - 0.5f), x2 = c_.XToPixel(p.fX + 0.5f);
+    int y0 = c_.YToPixel(0), y1 = c_.YToPixel(p.fY);
+    dc_.SetPen(Pen{gSettings.ChartDataLine, 1, false});
+    dc_.SetBrush(Brush{RainbowColour(100 * i / count), false});
+    dc_.Polygon({{x1, y0}, {x2, y0}, {x2, y1}, {x1, y1}});
+    SetEscapement(900);
+    SetFontPercent(4);
+    TextAt((x1 + x2) / 2 + fontHeight_ / 3, std::min(y0, y1) - 2, p.sId, 0, gSettings.ChartAxisText);
+    SetEscapement(0);
+    SetFontPercent(4);
+    p.iWhereX = static_cast<std::int16_t>((x1 + x2) / 2);
+    p.iWhereY = static_cast<std::int16_t>(std::min(y0, y1));
+  }
+  Note(c_.sText1, 6 + 2.5 + 4);
+}
+
+// The averages as a stacked dot plot on a number line at y 0, the groups of
+// averages that do not differ as bars (line points) below it, a mark at each
+// end of a bar, and the test and its alpha over the plot.
+void ChartPainter::DrawPairwise() {
+  EmptyYRangeToUnit();
+  for (const LinePoint& p : c_.LinePoints) c_.ConsiderValue(p.fY);
+  c_.ConsiderValue(0);
+  float pad = std::max(0.4f, 0.05f * (c_.yMax - c_.yMin));
+  c_.yMin -= pad;
+  c_.yMax += pad;
+  AutoScaleX();
+  if (c_.xMin == c_.xMax) {
+    c_.xMin -= 1;
+    c_.xMax += 1;
+  }
+  if (c_.xMajor == 0) {
+    float low = c_.xMin, high = c_.xMax;
+    c_.sXformat = GetScale(low, high, c_.xMajor, c_.xMinor);
+  }
+  c_.yMajor = c_.yMax - c_.yMin;
+  PlotArea();
+  c_.XAxisY = static_cast<std::int16_t>(c_.YToPixel(0));
+  LineSolid(c_.PlotLeft, c_.XAxisY, c_.PlotRight, c_.XAxisY, gSettings.ChartAxes);
+  float first = std::ceil(c_.xMin / c_.xMajor) * c_.xMajor;
+  SetFontPercent(5);
+  for (int i = 0; i < 100; ++i) {
+    float v = first + c_.xMajor * static_cast<float>(i);
+    if (v > c_.xMax) break;
+    int x = c_.XToPixel(v);
+    LineSolid(x, c_.XAxisY - c_.HeightPercent(1.5), x, c_.XAxisY, gSettings.ChartAxes);
+    TextAt(x, c_.XAxisY - c_.HeightPercent(1.5), FormatDecimals(FormatDecimalsOf(c_.sXformat), v), 4,
+           gSettings.ChartAxisText);
+  }
+  if (!c_.sXlabel.empty()) TextAt((c_.PlotLeft + c_.PlotRight) / 2, c_.YPercent(100), c_.sXlabel, 4, gSettings.ChartAxisText);
+  DrawPoints(-1);
+  std::vector<int> tags;
+  for (const LinePoint& p : c_.LinePoints)
+    if (std::find(tags.begin(), tags.end(), p.iTag) == tags.end()) tags.push_back(p.iTag);
+  for (int tag : tags) DrawLines(tag, 2, gSettings.ChartDataLine);
+  int mark = c_.HeightPercent(1);
+  for (const LinePoint& p : c_.LinePoints) {
+    int x = c_.XToPixel(p.fX), y = c_.YToPixel(p.fY);
+    LineSolid(x, y - mark, x, y + mark, gSettings.ChartDataLine);
+  }
+  SetFontPercent(5);
+  TextAt(c_.PlotLeft, c_.YPercent(6 + 2.5 + 4), c_.sText1, 0, gSettings.ChartAxisText);
+  TextAt(c_.PlotRight, c_.YPercent(6 + 2.5 + 4), c_.sText2, 1, gSettings.ChartAxisText);
+  if (c_.fValue > 0) TextAt(c_.PlotRight, c_.PlotBottom - 3, "alpha = " + ShortestText(c_.fValue), 1, gSettings.ChartAxisText);
+}
+
+// Series over the levels of the first factor; the second text of a series'
+// last point names it beside the point. The third factor's blocks are parted
+// by the line points of tag 1. With sTextType "Angled" the x labels slant.
+void ChartPainter::DrawResponse() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  if (c_.sTextType == "Angled") {
+    SetEscapement(450);
+    SetFontPercent(4);
+    int tick = c_.HeightPercent(1.5);
+    for (DataPoint& p : c_.DataPoints)
+      if (p.idf & 1) {
+        int x = c_.XToPixel(p.fX);
+        LineSolid(x, c_.XAxisY, x, c_.XAxisY + tick, gSettings.ChartAxes);
+        TextAt(x, c_.XAxisY + tick + fontHeight_, p.sId, 1, gSettings.ChartAxisText);
+      }
+    SetEscapement(0);
+    xLabels_ = false;
+    DrawPoints(0);
+    xLabels_ = true;
+  } else {
+    DrawPoints(0);
+  }
+  for (const LinePoint& p : c_.LinePoints)
+    if (p.iTag == 1) {
+      int x = c_.XToPixel(p.fX);
+      LineDotted(x, c_.PlotTop, x, c_.PlotBottom, gSettings.ChartAxes);
+    }
+  Note(c_.sText1, 6 + 2.5 + 4);
+}
+
+// One line of markers for each response, its name after "= " in the legend
+// over the plot (up to eight), the runs along x.
+void ChartPainter::DrawRunChart() {
+  FitYAxis();
+  PlotArea();
+  CategoricalX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawPoints(-1);
+  SetFontPercent(4);
+  std::vector<const DataPoint*> legend;
+  for (const DataPoint& p : c_.DataPoints) {
+    bool seen = false;
+    for (const DataPoint* q : legend) seen = seen || q->sId == p.sId;
+    if (!seen && legend.size() < 8) legend.push_back(&p);
+  }
+  int x = c_.PlotLeft, y = c_.YPercent(6 + 2.5 + 4);
+  int r = std::max(1, c_.WidthPercent(1) / 2);
+  for (const DataPoint* p : legend) {
+    Marker(x + r, y - fontHeight_ / 3, p->iDotType);
+    std::string text = "= " + p->sId;
+    TextAt(x + 3 * r, y, text, 0, gSettings.ChartAxisText);
+    x += 4 * r + dc_.TextExtent(text).cx + c_.WidthPercent(3);
+  }
+  Note(c_.sText1, 6 + 2.5 + 8);
+}
+
+void ChartPainter::DrawScatter() {
+  FitYAxis();
+  PlotArea();
+  AutoScaleX();
+  DrawFittedYAxis(true);
+  DrawXAxis();
+  DrawXTicks(true);
+  DrawPoints(-1);
+  std::vector<int> tags;
+  for (const LinePoint& p : c_.LinePoints)
+    if (std::find(tags.begin(), tags.end(), p.iTag) == tags.end()) tags.push_back(p.iTag);
+  for (int tag : tags) DrawLines(tag, 1, gSettings.ChartDataLine);
+  Note(c_.sText1, 6 + 2.5 + 4);
+}
+
+// The study as a process: a box with its name (sText1), an arrow in for each
+// factor (points of fX 0) and out for each response (fX 1), the noise
+// factors (fX 2) coming in from below; fY is an entry's place, from 1, among
+// yAxisCount places; a note (sText2) at the foot.
+void ChartPainter::DrawIPO() {
+  int left = c_.XPercent(38), right = c_.XPercent(62);
+  int top = c_.PlotTop, bottom = c_.PlotBottom - c_.HeightPercent(12);
+  BoxFilled(left, top, right, bottom, gSettings.ChartAxes, gSettings.ChartArea, 2);
+  SetFontPercent(5);
+  int lineHeight = fontHeight_ + 2;
+  std::vector<std::string> caption = Lines(c_.sText1);
+  int cy = (top + bottom) / 2 - lineHeight * static_cast<int>(caption.size() - 1) / 2;
+  for (const std::string& line : caption) {
+    TextAt((left + right) / 2, cy, line, 2, gSettings.ChartAxisText);
+    cy += lineHeight;
+  }
+  int places = std::max<int>(1, c_.yAxisCount);
+  int head = std::max(3, c_.WidthPercent(1));
+  int noise = 0, noiseCount = 0;
+  for (const DataPoint& p : c_.DataPoints)
+    if (p.fX == 2) ++noiseCount;
+  for (DataPoint& p : c_.DataPoints) {
+    std::vector<std::string> text = Lines(p.sId);
+    int x1, y1, x2, y2;
+    if (p.fX == 2) {
+      ++noise;
+      int x = left + (right - left) * noise / (noiseCount + 1);
+      x1 = x2 = x;
+      y1 = c_.PlotBottom;
+      y2 = bottom;
+    } else {
+      int y = top + static_cast<int>((bottom - top) * (p.fY - 0.5) / places);
+      y1 = y2 = y;
+      x1 = p.fX == 0 ? c_.XPercent(8) : right;
+      x2 = p.fX == 0 ? left : c_.XPercent(92);
+    }
+    LineSolid(x1, y1, x2, y2, gSettings.ChartDataLine, 2);
+    // The arrow's head at its end.
+    if (y1 == y2) {
+      LineSolid(x2, y2, x2 - head, y2 - head, gSettings.ChartDataLine, 2);
+      LineSolid(x2, y2, x2 - head, y2 + head, gSettings.ChartDataLine, 2);
+    } else {
+      LineSolid(x2, y2, x2 - head, y2 + head, gSettings.ChartDataLine, 2);
+      LineSolid(x2, y2, x2 + head, y2 + head, gSettings.ChartDataLine, 2);
+    }
+    int tx = p.fX == 2 ? x1 : (x1 + x2) / 2;
+    int ty = p.fX == 2 ? y1 + 2 : y1 - 3 - lineHeight * static_cast<int>(text.size() - 1);
+    for (const std::string& line : text) {
+      TextAt(tx, ty, line, p.fX == 2 ? 3 : 2, gSettings.ChartAxisText);
+      ty += lineHeight;
+    }
+    p.iWhereX = static_cast<std::int16_t>((x1 + x2) / 2);
+    p.iWhereY = static_cast<std::int16_t>((y1 + y2) / 2);
+  }
+  SetFontPercent(4);
+  TextAt(c_.XPercent(2), c_.YPercent(99), c_.sText2, 0, gSettings.ChartTitles);
+}
+
+}  // namespace kestrow
