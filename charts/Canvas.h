@@ -77,6 +77,9 @@ class Canvas {
 // font's height wide.
 CanvasSize EstimatedTextExtent(int fontHeight, const std::string& utf8);
 
+// A colour as "#RRGGBB".
+std::string ColourText(Colour c);
+
 // The red, green and blue of a colour held as 0x00BBGGRR.
 inline int RedOf(Colour c) { return static_cast<int>(c & 0xFF); }
 inline int GreenOf(Colour c) { return static_cast<int>((c >> 8) & 0xFF); }

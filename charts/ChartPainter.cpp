@@ -123,12 +123,15 @@ void ChartPainter::PlotArea() {
   BoxFilled(c_.PlotLeft, c_.PlotTop, c_.PlotRight, c_.PlotBottom, gSettings.ChartAxes, gSettings.ChartArea);
 }
 
-// A chart note at a height in percent of the cell, centred on the plot or,
-// with align 1, at its right edge.
-void ChartPainter::Note(const std::string& text, double percent, int align) {
+// A chart note: in the band under the title where the type's top margin has
+// room for it, otherwise inside the plot at its top left.
+void ChartPainter::Note(const std::string& text) {
+  if (text.empty()) return;
   SetFontPercent(5);
-  int x = align == 1 ? c_.PlotRight : align == 0 ? c_.PlotLeft : (c_.PlotLeft + c_.PlotRight) / 2;
-  TextAt(x, c_.YPercent(percent), text, align, gSettings.ChartTitles);
+  if (c_.TopLines >= 2)
+    TextAt((c_.PlotLeft + c_.PlotRight) / 2, c_.YPercent(NOTE_LINE), text, 2, gSettings.ChartTitles);
+  else
+    TextAt(c_.PlotLeft + c_.WidthPercent(1), c_.PlotTop + 2, text, 5, gSettings.ChartTitles);
 }
 
 // A chart without a value has the unit interval for its y range.
@@ -180,7 +183,8 @@ void ChartPainter::FitYAxis() {
   if (c_.yMajor == 0) c_.sYformat = GetScale(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor);
   int left = c_.ox;
   SetFontPercent(5);
-  if (!c_.sYlabel.empty()) left += fontHeight_;
+  // The rotated label stands one percent in from the cell's edge.
+  if (!c_.sYlabel.empty()) left += fontHeight_ + c_.WidthPercent(1);
   int widest = 0;
   Ticks(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor, [&](float v, bool major) {
     if (major) widest = std::max(widest, dc_.TextExtent(TickText(v, c_.sYformat)).cx);
@@ -199,7 +203,12 @@ void ChartPainter::DrawXAxis() {
   LineSolid(c_.PlotLeft, c_.XAxisY, c_.PlotRight, c_.XAxisY, gSettings.ChartAxes);
   if (!c_.sXlabel.empty()) {
     SetFontPercent(5);
-    TextAt((c_.PlotLeft + c_.PlotRight) / 2, c_.YPercent(100), c_.sXlabel, 4, gSettings.ChartAxisText);
+    // Below the tick labels where the bottom margin has room for both, else
+    // inside the plot at the right end of the axis.
+    if (c_.BottomLines >= 2)
+      TextAt((c_.PlotLeft + c_.PlotRight) / 2, c_.YPercent(100), c_.sXlabel, 4, gSettings.ChartAxisText);
+    else
+      TextAt(c_.PlotRight - c_.WidthPercent(1), c_.PlotBottom - 2, c_.sXlabel, 1, gSettings.ChartAxisText);
   }
 }
 
@@ -338,9 +347,11 @@ void ChartPainter::DrawLimits() {
   limit(c_.MeanLimit, "Mean", gSettings.ChartMeanLine);
 }
 
-// The x axis at the value 0 when 0 lies within the y range.
+// A line across the plot at the value 0 when 0 lies within the y range.
 void ChartPainter::AxisAtZero() {
-  if (c_.yMin < 0 && c_.yMax > 0) c_.XAxisY = static_cast<std::int16_t>(c_.YToPixel(0));
+  if (!(c_.yMin < 0 && c_.yMax > 0)) return;
+  int y = c_.YToPixel(0);
+  LineSolid(c_.PlotLeft, y, c_.PlotRight, y, gSettings.ChartAxes);
 }
 
 // ---- the chart --------------------------------------------------------------

@@ -59,7 +59,7 @@ void ChartPainter::DrawProbability() {
   if (c_.fLOBFAtBottom != MISSING_VALUE && c_.fLOBFAtTop != MISSING_VALUE)
     LineSolid(c_.XToPixel(c_.fLOBFAtBottom), c_.PlotBottom, c_.XToPixel(c_.fLOBFAtTop), c_.PlotTop,
               gSettings.ChartMeanLine, 2);
-  Note(c_.sText1, 6 + 2.5 + 2);
+  Note(c_.sText1);
 }
 
 // Contour segments over the plot, the cells between them flooded in rainbow
@@ -73,7 +73,7 @@ void ChartPainter::DrawContour() {
                           c_.yMax == c_.yMin ? c_.yMin + 1 : c_.yMax);
   }
   BoxFilled(c_.PlotLeft, c_.PlotTop, c_.PlotRight, c_.PlotBottom, gSettings.ChartAxes, gSettings.ChartArea);
-  Note(c_.sText1, 6 + 2.5);
+  Note(c_.sText1);
   DrawYAxis(false);
   LineSolid(c_.PlotLeft, c_.XAxisY, c_.PlotRight, c_.XAxisY, gSettings.ChartAxes);
   if (!c_.sXlabel.empty()) {
@@ -107,11 +107,14 @@ void ChartPainter::DrawContour() {
   if (c_.bRainbow) {
     for (const DataPoint& p : c_.DataPoints) {
       if (p.sId != "COL" || !std::isfinite(p.fY)) continue;
+      // A seed off the plot would flood the cell around it.
+      int sx = c_.XToPixel(p.fX), sy = c_.YToPixel(p.fY);
+      if (sx <= c_.PlotLeft || sx >= c_.PlotRight || sy <= c_.PlotTop || sy >= c_.PlotBottom) continue;
       Colour fill = RainbowColour(static_cast<int>(std::floor(p.fZ)));
       // A fill the colour of the lines would stop at once: nudge it.
       if (fill == gSettings.ChartDataLine) fill ^= 1;
       dc_.SetBrush(Brush{fill, false});
-      dc_.FloodFill(c_.XToPixel(p.fX), c_.YToPixel(p.fY), gSettings.ChartAxes);
+      dc_.FloodFill(sx, sy, gSettings.ChartAxes);
     }
   }
   DrawMarks(true);
@@ -191,7 +194,7 @@ void ChartPainter::DrawSurface() {
   CanvasPoint yl = project(x1 + (x1 - x0) * 0.25, y0 + (y1 - y0) * 0.5, z0);
   TextAt(xl.x, xl.y + fontHeight_, c_.sXlabel, 3, gSettings.ChartAxisText);
   TextAt(yl.x, yl.y + fontHeight_, c_.sYlabel, 5, gSettings.ChartAxisText);
-  TextAt((c_.PlotLeft + right) / 2, c_.PlotTop, c_.sText1, 4, gSettings.ChartAxisText);
+  Note(c_.sText1);
 
   // The cells: each pair of line points with the pair after it.
   const std::vector<LinePoint>& lp = c_.LinePoints;
@@ -203,8 +206,10 @@ void ChartPainter::DrawSurface() {
                                : gSettings.ChartArea;
     dc_.SetPen(Pen{c_.bHideNet ? fill : gSettings.ChartDataLine, 1, false});
     dc_.SetBrush(Brush{fill, false});
+    // The strip zigzags (its pairs swap their y ends), so the four points
+    // in their order go round the cell.
     dc_.Polygon({project(lp[i].fX, lp[i].fY, lp[i].fZ), project(lp[i + 1].fX, lp[i + 1].fY, lp[i + 1].fZ),
-                 project(lp[i + 3].fX, lp[i + 3].fY, lp[i + 3].fZ), project(lp[i + 2].fX, lp[i + 2].fY, lp[i + 2].fZ)});
+                 project(lp[i + 2].fX, lp[i + 2].fY, lp[i + 2].fZ), project(lp[i + 3].fX, lp[i + 3].fY, lp[i + 3].fZ)});
   }
 
   if (c_.bRainbow && zMajor > 0) {

@@ -48,9 +48,9 @@ void ChartPainter::DrawANOM() {
   auto figure = [](float v) { return v == MISSING_VALUE ? std::string(" --") : FormatNumSF(v); };
   std::string limits = "LDL=" + figure(c_.LowLimit) + ", Mean=" + figure(c_.MeanLimit) + ", UDL=" + figure(c_.HighLimit);
   int centre = (c_.PlotLeft + c_.PlotRight) / 2;
-  TextAt(centre, c_.YPercent(6 + 2.5 + 5), limits, 2, gSettings.ChartAxisText);
-  TextAt(c_.PlotLeft, c_.YPercent(11 + 2.5 + 4), c_.sText2, 0, gSettings.ChartAxisText);
-  TextAt(c_.PlotRight, c_.YPercent(16 + 2.5 + 2), c_.sText1, 1, gSettings.ChartAxisText);
+  TextAt(centre, c_.YPercent(NOTE_LINE), limits, 2, gSettings.ChartAxisText);
+  TextAt(c_.PlotLeft, c_.YPercent(NOTE_LINE + 4), c_.sText2, 0, gSettings.ChartAxisText);
+  TextAt(c_.PlotRight, c_.YPercent(NOTE_LINE + 4), c_.sText1, 1, gSettings.ChartAxisText);
 }
 
 // Level means of the factors side by side; each point's second text (a
@@ -76,7 +76,7 @@ void ChartPainter::DrawEffects() {
   DrawXAxis();
   DrawXTicks(true);
   DrawPoints(0);
-  Note(c_.sText1, 6 + 2.5 + 4);
+  Note(c_.sText1);
 }
 
 // Residuals: the x axis at zero; against a factor, x ticks only where the
@@ -89,7 +89,7 @@ void ChartPainter::DrawResiduals() {
   DrawFittedYAxis(true);
   AxisAtZero();
   DrawXAxis();
-  DrawXTicks(true);
+  if (c_.chtType == CHT_RES_RUN || c_.xAxisCount == 0) DrawXTicks(true);
   DrawPoints(-1);
 }
 
@@ -101,7 +101,7 @@ void ChartPainter::DrawXY(bool minor) {
   DrawXAxis();
   DrawXTicks(minor);
   DrawPoints(-1);
-  Note(c_.sText1, 6 + 2.5 + 2);
+  Note(c_.sText1);
 }
 
 void ChartPainter::DrawScree() {
@@ -111,7 +111,7 @@ void ChartPainter::DrawScree() {
   DrawFittedYAxis(true);
   DrawXAxis();
   DrawPoints(-1);
-  Note(c_.sText1, 6 + 2.5 + 4);
+  Note(c_.sText1);
 }
 
 // Bars from 0 to each value, in rainbow colours along the axis, with their
@@ -135,15 +135,14 @@ void ChartPainter::DrawPareto() {
     dc_.SetPen(Pen{gSettings.ChartDataLine, 1, false});
     dc_.SetBrush(Brush{RainbowColour(100 * i / count), false});
     dc_.Polygon({{x1, y0}, {x2, y0}, {x2, y1}, {x1, y1}});
-    SetEscapement(900);
-    SetFontPercent(4);
-    TextAt((x1 + x2) / 2 + fontHeight_ / 3, std::min(y0, y1) - 2, p.sId, 0, gSettings.ChartAxisText);
-    SetEscapement(0);
-    SetFontPercent(4);
+    // The text in the bar under its top, or over a bar too low to hold it.
+    int top = std::min(y0, y1);
+    bool room = std::abs(y0 - y1) > fontHeight_ + 4;
+    TextAt((x1 + x2) / 2, room ? top + 2 : top - 2, p.sId, room ? 3 : 4, gSettings.ChartAxisText);
     p.iWhereX = static_cast<std::int16_t>((x1 + x2) / 2);
     p.iWhereY = static_cast<std::int16_t>(std::min(y0, y1));
   }
-  Note(c_.sText1, 6 + 2.5 + 4);
+  Note(c_.sText1);
 }
 
 // The averages as a stacked dot plot on a number line at y 0, the groups of
@@ -227,7 +226,7 @@ void ChartPainter::DrawResponse() {
       int x = c_.XToPixel(p.fX);
       LineDotted(x, c_.PlotTop, x, c_.PlotBottom, gSettings.ChartAxes);
     }
-  Note(c_.sText1, 6 + 2.5 + 4);
+  Note(c_.sText1);
 }
 
 // One line of markers for each response, its name after "= " in the legend
@@ -238,7 +237,18 @@ void ChartPainter::DrawRunChart() {
   CategoricalX();
   DrawFittedYAxis(true);
   DrawXAxis();
+  // A point's text is its response's name: the x labels are the run numbers.
+  SetFontPercent(5);
+  int tick = c_.HeightPercent(1.5);
+  for (const DataPoint& p : c_.DataPoints)
+    if (p.idf & 1) {
+      int x = c_.XToPixel(p.fX);
+      LineSolid(x, c_.XAxisY, x, c_.XAxisY + tick, gSettings.ChartAxes);
+      TextAt(x, c_.XAxisY + tick, std::to_string(static_cast<int>(std::nearbyint(p.fX))), 3, gSettings.ChartAxisText);
+    }
+  xLabels_ = false;
   DrawPoints(-1);
+  xLabels_ = true;
   SetFontPercent(4);
   std::vector<const DataPoint*> legend;
   for (const DataPoint& p : c_.DataPoints) {
@@ -246,7 +256,7 @@ void ChartPainter::DrawRunChart() {
     for (const DataPoint* q : legend) seen = seen || q->sId == p.sId;
     if (!seen && legend.size() < 8) legend.push_back(&p);
   }
-  int x = c_.PlotLeft, y = c_.YPercent(6 + 2.5 + 4);
+  int x = c_.PlotLeft, y = c_.YPercent(NOTE_LINE);
   int r = std::max(1, c_.WidthPercent(1) / 2);
   for (const DataPoint* p : legend) {
     Marker(x + r, y - fontHeight_ / 3, p->iDotType);
@@ -254,7 +264,6 @@ void ChartPainter::DrawRunChart() {
     TextAt(x + 3 * r, y, text, 0, gSettings.ChartAxisText);
     x += 4 * r + dc_.TextExtent(text).cx + c_.WidthPercent(3);
   }
-  Note(c_.sText1, 6 + 2.5 + 8);
 }
 
 void ChartPainter::DrawScatter() {
@@ -269,16 +278,17 @@ void ChartPainter::DrawScatter() {
   for (const LinePoint& p : c_.LinePoints)
     if (std::find(tags.begin(), tags.end(), p.iTag) == tags.end()) tags.push_back(p.iTag);
   for (int tag : tags) DrawLines(tag, 1, gSettings.ChartDataLine);
-  Note(c_.sText1, 6 + 2.5 + 4);
+  Note(c_.sText1);
 }
 
 // The study as a process: a box with its name (sText1), an arrow in for each
 // factor (points of fX 0) and out for each response (fX 1), the noise
 // factors (fX 2) coming in from below; fY is an entry's place, from 1, among
-// yAxisCount places; a note (sText2) at the foot.
+// yAxisCount places. An entry's first line stands over its arrow, the rest
+// (the level count) under it; a note (sText2) at the foot.
 void ChartPainter::DrawIPO() {
   int left = c_.XPercent(38), right = c_.XPercent(62);
-  int top = c_.PlotTop, bottom = c_.PlotBottom - c_.HeightPercent(12);
+  int top = c_.PlotTop, bottom = c_.YPercent(72);
   BoxFilled(left, top, right, bottom, gSettings.ChartAxes, gSettings.ChartArea, 2);
   SetFontPercent(5);
   int lineHeight = fontHeight_ + 2;
@@ -294,17 +304,17 @@ void ChartPainter::DrawIPO() {
   for (const DataPoint& p : c_.DataPoints)
     if (p.fX == 2) ++noiseCount;
   for (DataPoint& p : c_.DataPoints) {
-    std::vector<std::string> text = Lines(p.sId);
+    std::vector<std::string> text;
+    for (const std::string& line : Lines(p.sId))
+      if (!line.empty()) text.push_back(line);
     int x1, y1, x2, y2;
     if (p.fX == 2) {
       ++noise;
-      int x = left + (right - left) * noise / (noiseCount + 1);
-      x1 = x2 = x;
-      y1 = c_.PlotBottom;
+      x1 = x2 = left + (right - left) * noise / (noiseCount + 1);
+      y1 = c_.YPercent(84);
       y2 = bottom;
     } else {
-      int y = top + static_cast<int>((bottom - top) * (p.fY - 0.5) / places);
-      y1 = y2 = y;
+      y1 = y2 = top + static_cast<int>((bottom - top) * (p.fY - 0.5) / places);
       x1 = p.fX == 0 ? c_.XPercent(8) : right;
       x2 = p.fX == 0 ? left : c_.XPercent(92);
     }
@@ -317,11 +327,14 @@ void ChartPainter::DrawIPO() {
       LineSolid(x2, y2, x2 - head, y2 + head, gSettings.ChartDataLine, 2);
       LineSolid(x2, y2, x2 + head, y2 + head, gSettings.ChartDataLine, 2);
     }
-    int tx = p.fX == 2 ? x1 : (x1 + x2) / 2;
-    int ty = p.fX == 2 ? y1 + 2 : y1 - 3 - lineHeight * static_cast<int>(text.size() - 1);
-    for (const std::string& line : text) {
-      TextAt(tx, ty, line, p.fX == 2 ? 3 : 2, gSettings.ChartAxisText);
-      ty += lineHeight;
+    if (p.fX == 2) {
+      std::string joined;
+      for (const std::string& line : text) joined += (joined.empty() ? "" : "  ") + line;
+      TextAt(x1, y1 + 2, joined, 3, gSettings.ChartAxisText);
+    } else if (!text.empty()) {
+      TextAt((x1 + x2) / 2, y1 - 3, text[0], 2, gSettings.ChartAxisText);
+      int ty = y1 + 3;
+      for (std::size_t i = 1; i < text.size(); ++i, ty += lineHeight) TextAt((x1 + x2) / 2, ty, text[i], 3, gSettings.ChartAxisText);
     }
     p.iWhereX = static_cast<std::int16_t>((x1 + x2) / 2);
     p.iWhereY = static_cast<std::int16_t>((y1 + y2) / 2);

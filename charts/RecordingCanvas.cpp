@@ -1,14 +1,6 @@
 #include "charts/RecordingCanvas.h"
 
-#include <cstdio>
-
 namespace kestrow {
-
-std::string ColourText(Colour c) {
-  char text[8];
-  std::snprintf(text, sizeof text, "#%02X%02X%02X", RedOf(c), GreenOf(c), BlueOf(c));
-  return text;
-}
 
 namespace {
 std::string Pt(int x, int y) { return std::to_string(x) + "," + std::to_string(y); }

@@ -53,7 +53,4 @@ class RecordingCanvas : public Canvas {
   int depth_ = 0;
 };
 
-// A colour as "#RRGGBB".
-std::string ColourText(Colour c);
-
 }  // namespace kestrow

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "shell/Translate.h"
-#include "stats/StatBench.h"
+#include "workbench/StatBench.h"
 
 namespace kestrow {
 

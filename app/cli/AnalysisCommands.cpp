@@ -10,7 +10,7 @@
 #include "core/Problem.h"
 #include "core/Settings.h"
 #include "data/Statistics.h"
-#include "stats/StatBench.h"
+#include "workbench/StatBench.h"
 #include "workbench/Availability.h"
 #include "workbench/ShowAnalysis.h"
 

@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+namespace kestrow {
+class ChartPage;
+}
+
 namespace kestrow::cli {
 
 using Words = std::vector<std::string>;
@@ -17,5 +21,13 @@ int Designs(const Words& words);
 int Design(const Words& words);
 int Analyse(const Words& words);
 int Stat(const Words& words);
+int Draw(const Words& words);
+
+// "WxH", each side from 1 to 10000 pixels.
+bool ParseSize(const std::string& text, int& width, int& height);
+// Whether the path's extension names a picture format; the complaint if not.
+bool CheckImagePath(const std::string& path, std::string& complaint);
+// Draws the page into the picture file; the exit code.
+int WriteImage(ChartPage& page, const std::string& path, int width, int height);
 
 }  // namespace kestrow::cli

@@ -1,9 +1,11 @@
-#include "stats/StatBench.h"
+#include "workbench/StatBench.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 
+#include "charts/Canvas.h"
+#include "charts/GetScale.h"
 #include "core/Formatters.h"
 #include "core/Sentinels.h"
 #include "core/Text.h"
@@ -21,7 +23,8 @@ const std::vector<BenchRoutine>& BenchRoutines() {
       {"NormalProbability", 1, "z"},      {"NormalValue", 1, "P"},        {"FormatSF", 2, "digits value"},
       {"FormatP", 2, "decimals p"},       {"FormatDecimals", 2, "decimals value"},
       {"ReadTableB", 2, "n k"},           {"ReadTableC", 2, "n column"},  {"ReadTableD", 3, "alpha v k"},
-      {"ReadTableF", 3, "alpha v1 v2"},   {"ReadtPercent", 2, "v alpha"}, {"ReadDuncanRow", 2, "f alpha"}};
+      {"ReadTableF", 3, "alpha v1 v2"},   {"ReadtPercent", 2, "v alpha"}, {"ReadDuncanRow", 2, "f alpha"},
+      {"GetScale", 2, "fmin fmax"},       {"RainbowColour", 1, "P"}};
   return ROUTINES;
 }
 
@@ -101,7 +104,15 @@ BenchResult RunBenchRoutine(const std::string& name, const std::vector<std::stri
   std::int16_t n[3] = {0, 0, 0};
   auto count = [&](std::size_t i) { return ToInt16(x[i], n[i]); };
 
-  if (name == "FValue") {
+  if (name == "GetScale") {
+    float low = x[0], high = x[1], major = 0, minor = 0;
+    std::string format = GetScale(low, high, major, minor);
+    out = ShortestText(low) + "\n" + ShortestText(high) + "\n" + ShortestText(major) + "\n" + ShortestText(minor) +
+          "\n" + format;
+  } else if (name == "RainbowColour") {
+    if (!Whole(x[0], -32768, 32767)) return refuse(args[0] + " is not a whole number");
+    out = ColourText(RainbowColour(static_cast<int>(x[0])));
+  } else if (name == "FValue") {
     out = ShortestText(FValue(x[0], x[1], x[2]));
   } else if (name == "FProbability") {
     out = ShortestText(FProbability(x[0], x[1], x[2]));

@@ -5,7 +5,7 @@
 
 #include "core/Paths.h"
 #include "core/TestSupport.h"
-#include "stats/StatBench.h"
+#include "workbench/StatBench.h"
 
 namespace kestrow {
 namespace {
