@@ -100,12 +100,11 @@ void Chart::SetScaling() {
 void Chart::RankForNPP() {
   int n = static_cast<int>(DataPoints.size());
   for (int r = 1; r <= n; ++r) {
-    // The search starts from 1e9 and the first of equal values wins.
+    // The first of equal values wins. The search starts above every float,
+    // so that values of 1e9 and beyond are ranked too.
     DataPoint* lowest = nullptr;
-    float least = 1.0e9f;
     for (DataPoint& p : DataPoints)
-      if (p.fY == MISSING_VALUE && p.fX < least) {
-        least = p.fX;
+      if (p.fY == MISSING_VALUE && !std::isnan(p.fX) && (!lowest || p.fX < lowest->fX)) {
         lowest = &p;
       }
     if (!lowest) break;
@@ -119,14 +118,14 @@ int Chart::YPercent(double p) const { return Pixel(oy + Height * p / 100.0); }
 int Chart::WidthPercent(double p) const { return Pixel(Width * p / 100.0); }
 int Chart::HeightPercent(double p) const { return Pixel(Height * p / 100.0); }
 
-int Chart::XToPixel(float x) const {
+int Chart::XToPixel(double x) const {
   if (!(xMax != xMin)) return PlotLeft;
-  return Pixel(PlotLeft + (static_cast<double>(x) - xMin) * (PlotRight - PlotLeft) / (static_cast<double>(xMax) - xMin));
+  return Pixel(PlotLeft + (x - xMin) * (PlotRight - PlotLeft) / (static_cast<double>(xMax) - xMin));
 }
 
-int Chart::YToPixel(float y) const {
+int Chart::YToPixel(double y) const {
   if (!(yMax != yMin)) return PlotBottom;
-  return Pixel(PlotBottom + (static_cast<double>(y) - yMin) * (PlotTop - PlotBottom) / (static_cast<double>(yMax) - yMin));
+  return Pixel(PlotBottom + (y - yMin) * (PlotTop - PlotBottom) / (static_cast<double>(yMax) - yMin));
 }
 
 }  // namespace kestrow

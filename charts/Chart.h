@@ -112,8 +112,8 @@ class Chart {
   int YPercent(double p) const;
   int WidthPercent(double p) const;
   int HeightPercent(double p) const;
-  int XToPixel(float x) const;
-  int YToPixel(float y) const;
+  int XToPixel(double x) const;
+  int YToPixel(double y) const;
 
  private:
   friend class ChartPainter;

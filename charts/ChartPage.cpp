@@ -107,16 +107,36 @@ void ChartPage::DrawTitles(Canvas& canvas, int pageWidth, int header) const {
   }
 }
 
-void ChartPage::DrawLabels(Canvas& canvas, int pageWidth, int pageHeight) const {
-  for (const AnnotationLabel& l : Labels) {
+void ChartPage::DrawLabels(Canvas& canvas, int pageWidth, int pageHeight) {
+  for (AnnotationLabel& l : Labels) {
     if (!l.visible || l.text.empty()) continue;
     int x = static_cast<int>(std::nearbyint(l.xfrac * pageWidth)) + pageX;
     int y = static_cast<int>(std::nearbyint(l.yfrac * (pageHeight - headerHeight))) + headerHeight + pageY;
     canvas.SetFont(gSettings.GraphFont, std::max(1, static_cast<int>(std::nearbyint(l.hfrac * pageHeight))), 0);
     canvas.SetTextColour(gSettings.LabelText);
     canvas.SetTextBackground(gSettings.LabelBackground, true);
-    canvas.TextOut(x, y, " " + l.text + " ", HAlign::Centre, VAlign::Baseline);
+    std::string text = " " + l.text + " ";
+    CanvasSize size = canvas.TextExtent(text);
+    l.left = x - size.cx / 2;
+    l.top = y - size.cy / 2;
+    l.right = l.left + size.cx;
+    l.bottom = l.top + size.cy;
+    canvas.TextOut(x, l.top, text, HAlign::Centre, VAlign::Top);
   }
+}
+
+int ChartPage::LabelUnder(int x, int y) const {
+  for (int i = static_cast<int>(Labels.size()) - 1; i >= 0; --i) {
+    const AnnotationLabel& l = Labels[static_cast<std::size_t>(i)];
+    if (l.visible && x >= l.left && x < l.right && y >= l.top && y < l.bottom) return i;
+  }
+  return -1;
+}
+
+void ChartPage::PlaceLabel(AnnotationLabel& label, int x, int y) const {
+  int below = std::max(1, height - headerHeight);
+  label.xfrac = static_cast<double>(x - pageX) / std::max(1, width);
+  label.yfrac = static_cast<double>(y - headerHeight - pageY) / below;
 }
 
 Chart* ChartPage::ChartAt(int x, int y) {

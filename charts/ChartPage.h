@@ -28,6 +28,7 @@ struct AnnotationLabel {
   std::string text;
   double xfrac = 0.5, yfrac = 0.5, hfrac = 0.03;
   bool visible = true;
+  int left = 0, top = 0, right = 0, bottom = 0;  // its box in the last drawing
 };
 
 class ChartPage {
@@ -59,9 +60,14 @@ class ChartPage {
   // The page header: PageHeaders lines of the settings' headers, each in
   // three parts (left, centre, right) with the title macros expanded.
   void DrawTitles(Canvas& canvas, int pageWidth, int header) const;
+  // The last drawn label whose box holds the point, or -1.
+  int LabelUnder(int x, int y) const;
+  // Sets the label's fractions so that its centre stands at the point of
+  // the last layout.
+  void PlaceLabel(AnnotationLabel& label, int x, int y) const;
 
  private:
-  void DrawLabels(Canvas& canvas, int pageWidth, int pageHeight) const;
+  void DrawLabels(Canvas& canvas, int pageWidth, int pageHeight);
 };
 
 // The page of the workbench's chart pane, which the analyses fill.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <vector>
 
 #include "charts/GetScale.h"
@@ -18,11 +19,6 @@ namespace {
 // A walk along an axis stops after this many ticks, whatever the steps.
 constexpr int MAX_TICKS = 2000;
 
-// The tick label of a value in an axis format.
-std::string TickText(float value, const std::string& format) {
-  return FormatDecimals(FormatDecimalsOf(format), value);
-}
-
 // Each tick of an axis from low to high by the minor step, with whether it
 // is a major one (every ratio-th, counting from 0).
 template <class Visit>
@@ -35,13 +31,25 @@ void Ticks(float low, float high, float major, float minor, Visit visit) {
   double steps = (static_cast<double>(high) - low) / minor;
   int count = steps > MAX_TICKS ? MAX_TICKS : static_cast<int>(std::floor(steps + 1e-4));
   for (int i = 0; i <= count; ++i) {
-    auto v = static_cast<float>(low + static_cast<double>(minor) * i);
-    if (v > high) v = high;
+    double v = std::min(static_cast<double>(low) + static_cast<double>(minor) * i, static_cast<double>(high));
     visit(v, i % ratio == 0);
   }
 }
 
 }  // namespace
+
+// The tick label of a value in an axis format. The value is the tick's own,
+// in double precision, so that far from zero (1e9 and a step of 20) the
+// label names the place where the tick stands.
+std::string TickText(double value, const std::string& format) {
+  int decimals = std::clamp(FormatDecimalsOf(format), 0, 30);
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%.*f", decimals, value);
+  std::string text = buf;
+  // No "-0" for a tick at zero reached from below.
+  if (text.find_first_not_of("-0.") == std::string::npos && text[0] == '-') text.erase(0, 1);
+  return text;
+}
 
 // ---- primitives -------------------------------------------------------------
 
@@ -181,12 +189,13 @@ void ChartPainter::FitYAxis() {
     c_.yMax += 1;
   }
   if (c_.yMajor == 0) c_.sYformat = GetScale(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor);
-  int left = c_.ox;
+  // Two pixels clear of the cell's frame.
+  int left = c_.ox + 2;
   SetFontPercent(5);
   // The rotated label stands one percent in from the cell's edge.
   if (!c_.sYlabel.empty()) left += fontHeight_ + c_.WidthPercent(1);
   int widest = 0;
-  Ticks(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor, [&](float v, bool major) {
+  Ticks(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor, [&](double v, bool major) {
     if (major) widest = std::max(widest, dc_.TextExtent(TickText(v, c_.sYformat)).cx);
   });
   left += widest + 2 + c_.WidthPercent(1.5);
@@ -251,11 +260,19 @@ void ChartPainter::DrawXTicks(bool minor) {
   if (c_.xAxisCount > 0) return;  // a categorical axis is labelled by its points
   SetFontPercent(5);
   int full = c_.HeightPercent(1.5), half = c_.HeightPercent(0.75);
-  Ticks(c_.xMin, c_.xMax, c_.xMajor, c_.xMinor, [&](float v, bool major) {
+  // A label that would run into the one before it is left out (long numbers
+  // on a narrow chart); its tick stays.
+  int lastRight = -32768;
+  Ticks(c_.xMin, c_.xMax, c_.xMajor, c_.xMinor, [&](double v, bool major) {
     int x = c_.XToPixel(v);
     if (major) {
       LineSolid(x, c_.XAxisY, x, c_.XAxisY + full, gSettings.ChartAxes);
-      TextAt(x, c_.XAxisY + full, TickText(v, c_.sXformat), 3, gSettings.ChartAxisText);
+      std::string text = TickText(v, c_.sXformat);
+      int width = dc_.TextExtent(text).cx;
+      if (x - width / 2 > lastRight) {
+        TextAt(x, c_.XAxisY + full, text, 3, gSettings.ChartAxisText);
+        lastRight = x + width / 2 + std::max(2, fontHeight_ / 2);
+      }
     } else if (minor) {
       LineSolid(x, c_.XAxisY, x, c_.XAxisY + half, gSettings.ChartAxes);
     }
@@ -265,7 +282,7 @@ void ChartPainter::DrawXTicks(bool minor) {
 void ChartPainter::DrawYTicks(bool minor) {
   SetFontPercent(5);
   int full = c_.WidthPercent(1.5), half = c_.WidthPercent(0.75);
-  Ticks(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor, [&](float v, bool major) {
+  Ticks(c_.yMin, c_.yMax, c_.yMajor, c_.yMinor, [&](double v, bool major) {
     int y = c_.YToPixel(v);
     if (major) {
       LineSolid(c_.PlotLeft - full, y, c_.PlotLeft, y, gSettings.ChartAxes);

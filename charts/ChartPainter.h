@@ -3,6 +3,7 @@
 // share, and each type's own drawing. Internal to the chart engine.
 #pragma once
 
+#include <cmath>
 #include <string>
 
 #include "charts/Canvas.h"
@@ -14,6 +15,22 @@ namespace kestrow {
 // the title hangs from 6 percent at font 6 (4.5 percent high), and a line of
 // font 5 follows it.
 inline constexpr double NOTE_LINE = 6 + 4.5 + 3.75;
+
+// The tick label of a value in an axis format ("#########0.00").
+std::string TickText(double value, const std::string& format);
+
+// Calls visit(v) for each multiple v of the step from low to high, worked
+// out in double precision; at most a few hundred.
+template <class Visit>
+void MajorTicks(float low, float high, float step, Visit visit) {
+  if (!(step > 0) || !(high >= low)) return;
+  double first = std::ceil(static_cast<double>(low) / step - 1e-4);
+  for (int i = 0; i < 500; ++i) {
+    double v = (first + i) * step;
+    if (!(v <= high + 1e-4 * static_cast<double>(step))) break;
+    visit(v);
+  }
+}
 
 class ChartPainter {
  public:

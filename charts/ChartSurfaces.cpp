@@ -83,26 +83,19 @@ void ChartPainter::DrawContour() {
   // Major ticks across both edges of each axis, the values outside.
   SetFontPercent(5);
   int tick = c_.HeightPercent(1.5);
-  float first = std::ceil(c_.xMin / c_.xMajor - 1e-4f) * c_.xMajor;
-  for (int i = 0; i < 200; ++i) {
-    float v = first + c_.xMajor * static_cast<float>(i);
-    if (!(v <= c_.xMax + 1e-4f * std::fabs(c_.xMajor))) break;
+  MajorTicks(c_.xMin, c_.xMax, c_.xMajor, [&](double v) {
     int x = c_.XToPixel(v);
     LineSolid(x, c_.PlotBottom, x, c_.PlotBottom - tick, gSettings.ChartAxes);
     LineSolid(x, c_.PlotTop, x, c_.PlotTop + tick, gSettings.ChartAxes);
-    TextAt(x, c_.PlotBottom + 2, FormatDecimals(FormatDecimalsOf(c_.sXformat), v), 3, gSettings.ChartAxisText);
-  }
+    TextAt(x, c_.PlotBottom + 2, TickText(v, c_.sXformat), 3, gSettings.ChartAxisText);
+  });
   int ytick = c_.WidthPercent(1.5);
-  first = std::ceil(c_.yMin / c_.yMajor - 1e-4f) * c_.yMajor;
-  for (int i = 0; i < 200; ++i) {
-    float v = first + c_.yMajor * static_cast<float>(i);
-    if (!(v <= c_.yMax + 1e-4f * std::fabs(c_.yMajor))) break;
+  MajorTicks(c_.yMin, c_.yMax, c_.yMajor, [&](double v) {
     int y = c_.YToPixel(v);
     LineSolid(c_.PlotLeft, y, c_.PlotLeft + ytick, y, gSettings.ChartAxes);
     LineSolid(c_.PlotRight, y, c_.PlotRight - ytick, y, gSettings.ChartAxes);
-    TextAt(c_.PlotLeft - 2, y + fontHeight_ / 3, FormatDecimals(FormatDecimalsOf(c_.sYformat), v), 1,
-           gSettings.ChartAxisText);
-  }
+    TextAt(c_.PlotLeft - 2, y + fontHeight_ / 3, TickText(v, c_.sYformat), 1, gSettings.ChartAxisText);
+  });
   DrawMarks(false);
   if (c_.bRainbow) {
     for (const DataPoint& p : c_.DataPoints) {

@@ -168,16 +168,12 @@ void ChartPainter::DrawPairwise() {
   PlotArea();
   c_.XAxisY = static_cast<std::int16_t>(c_.YToPixel(0));
   LineSolid(c_.PlotLeft, c_.XAxisY, c_.PlotRight, c_.XAxisY, gSettings.ChartAxes);
-  float first = std::ceil(c_.xMin / c_.xMajor) * c_.xMajor;
   SetFontPercent(5);
-  for (int i = 0; i < 100; ++i) {
-    float v = first + c_.xMajor * static_cast<float>(i);
-    if (v > c_.xMax) break;
+  MajorTicks(c_.xMin, c_.xMax, c_.xMajor, [&](double v) {
     int x = c_.XToPixel(v);
     LineSolid(x, c_.XAxisY - c_.HeightPercent(1.5), x, c_.XAxisY, gSettings.ChartAxes);
-    TextAt(x, c_.XAxisY - c_.HeightPercent(1.5), FormatDecimals(FormatDecimalsOf(c_.sXformat), v), 4,
-           gSettings.ChartAxisText);
-  }
+    TextAt(x, c_.XAxisY - c_.HeightPercent(1.5), TickText(v, c_.sXformat), 4, gSettings.ChartAxisText);
+  });
   if (!c_.sXlabel.empty()) TextAt((c_.PlotLeft + c_.PlotRight) / 2, c_.YPercent(100), c_.sXlabel, 4, gSettings.ChartAxisText);
   DrawPoints(-1);
   std::vector<int> tags;
@@ -189,9 +185,15 @@ void ChartPainter::DrawPairwise() {
     int x = c_.XToPixel(p.fX), y = c_.YToPixel(p.fY);
     LineSolid(x, y - mark, x, y + mark, gSettings.ChartDataLine);
   }
+  // The test's name at the left and its figure at the right of the line
+  // under the title; where the two would meet, the figure goes inside the
+  // plot's top right corner.
   SetFontPercent(5);
-  TextAt(c_.PlotLeft, c_.YPercent(6 + 2.5 + 4), c_.sText1, 0, gSettings.ChartAxisText);
-  TextAt(c_.PlotRight, c_.YPercent(6 + 2.5 + 4), c_.sText2, 1, gSettings.ChartAxisText);
+  int line = c_.YPercent(NOTE_LINE);
+  TextAt(c_.PlotLeft, line, c_.sText1, 0, gSettings.ChartAxisText);
+  int room = c_.PlotRight - c_.PlotLeft - dc_.TextExtent(c_.sText1).cx - fontHeight_;
+  if (dc_.TextExtent(c_.sText2).cx <= room) TextAt(c_.PlotRight, line, c_.sText2, 1, gSettings.ChartAxisText);
+  else TextAt(c_.PlotRight - 2, c_.PlotTop + 2, c_.sText2, 6, gSettings.ChartAxisText);
   if (c_.fValue > 0) TextAt(c_.PlotRight, c_.PlotBottom - 3, "alpha = " + ShortestText(c_.fValue), 1, gSettings.ChartAxisText);
 }
 

@@ -153,7 +153,7 @@ std::string EmfCanvas::Bytes() const {
   std::vector<std::uint32_t> header = {
       EMR_HEADER, HEADER_BYTES,
       0, 0, D(PAGE_WIDTH - 1), D(PAGE_HEIGHT - 1),                         // bounds, in device units
-      0, 0, D(PAGE_MM_WIDTH * 100 - 1), D(PAGE_MM_HEIGHT * 100 - 1),       // frame, in 0.01 mm
+      0, 0, D(PAGE_MM_WIDTH * 100), D(PAGE_MM_HEIGHT * 100),               // frame, in 0.01 mm, as made
       0x464D4520u, 0x10000u, bytes, records,
       static_cast<std::uint32_t>(std::max(1, MostHandles())) & 0xFFFFu,   // handles, and the reserved half
       0, 0, 0,                                                              // description, palette

@@ -14,6 +14,7 @@
 #include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Text.h"
+#include "shell/Colours.h"
 #include "shell/QtCanvas.h"
 
 namespace kestrow {

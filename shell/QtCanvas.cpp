@@ -6,9 +6,9 @@
 #include <QString>
 #include <algorithm>
 
-namespace kestrow {
+#include "shell/Colours.h"
 
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
+namespace kestrow {
 
 namespace {
 

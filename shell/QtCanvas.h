@@ -68,7 +68,4 @@ class QtCanvas : public Canvas {
   QPoint at_;
 };
 
-// A colour held as 0x00BBGGRR.
-QColor ToQColor(Colour c);
-
 }  // namespace kestrow

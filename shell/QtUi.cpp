@@ -47,10 +47,25 @@ void QtUi::DoEvents() { QApplication::processEvents(); }
 
 std::string QtUi::SaveFileDialog(const std::string& title, const std::string& folder, const std::string& filter,
                                  const std::string& name) {
-  // "Kestrow (*.KSW)|*.KSW" as Qt writes it: "Kestrow (*.KSW)".
-  QString qtFilter = Q(filter.substr(0, filter.find('|')));
-  QString start = QDir(Q(folder)).filePath(Q(name));
-  return QFileDialog::getSaveFileName(parent_, Q(title), start, qtFilter).toStdString();
+  // "Name (*.EXT)|*.EXT|..." as Qt writes it: "Name (*.EXT);;...", each with
+  // the extension that a name typed without one takes.
+  QStringList parts = Q(filter).split('|');
+  QStringList filters, suffixes;
+  for (int i = 0; i + 1 < parts.size(); i += 2) {
+    filters << parts[i];
+    suffixes << parts[i + 1].section('.', -1);
+  }
+  QFileDialog dialog(parent_, Q(title), QDir(Q(folder)).filePath(Q(name)));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setNameFilters(filters);
+  if (!suffixes.isEmpty()) dialog.setDefaultSuffix(suffixes[0]);
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
+    int i = filters.indexOf(chosen);
+    if (i >= 0) dialog.setDefaultSuffix(suffixes[i]);
+  });
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::string();
+  return dialog.selectedFiles().first().toStdString();
 }
 
 void QtUi::ShowTextFile(const std::string& editor, const std::string& file) {

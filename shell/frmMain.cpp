@@ -21,6 +21,8 @@
 #include "core/Settings.h"
 #include "core/Ui.h"
 #include "data/StudyReports.h"
+#include "charts/ChartPage.h"
+#include "shell/ChartPane.h"
 #include "shell/Colours.h"
 #include "shell/DataGridDelegate.h"
 #include "shell/GridModel.h"
@@ -69,12 +71,14 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), dataGrid_(grid_) {
   grdMain->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked |
                            QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed);
   grdMain->verticalHeader()->setDefaultSectionSize(grdMain->fontMetrics().height() + 8);
-  chartPane_ = new QLabel(pane_);
-  chartPane_->setObjectName("picChart");
-  chartPane_->setAlignment(Qt::AlignCenter);
+  picChart = new ChartPane(gPage, pane_);
   pane_->addWidget(txtView);
   pane_->addWidget(grdMain);
-  pane_->addWidget(chartPane_);
+  pane_->addWidget(picChart);
+  connect(picChart, &ChartPane::Zoomed, this, [this] { UpdateMenus(); });
+  connect(picChart, &ChartPane::EmptyDoubleClick, this, [this] {
+    if (ParseNodeKey(gsKey).kind == 'z') ShowEditAnalysis(2);
+  });
   split_->addWidget(sstv1);
   split_->addWidget(pane_);
   split_->setStretchFactor(1, 1);
@@ -165,7 +169,7 @@ void frmMain::BuildMenus() {
   AddAction(file, "mnuFileSave", "&Save", &frmMain::mnuFileSave_Click)->setShortcut(QKeySequence::Save);
   AddAction(file, "mnuFileSaveAs", "Save &As...", &frmMain::mnuFileSaveAs_Click);
   file->addSeparator();
-  AddAction(file, "mnuFileSaveGraphic", "Save &Graphic...");
+  AddAction(file, "mnuFileSaveGraphic", "Save &Graphic...", &frmMain::mnuFileSaveGraphic_Click);
   AddAction(file, "mnuFilePrint", "&Print");
   AddAction(file, "mnuFilePrintSetup", "Print Set&up...");
   AddAction(file, "mnuFileExport", "&Export as Text...", &frmMain::mnuFileExport_Click);
@@ -201,6 +205,13 @@ void frmMain::BuildMenus() {
   AddAction(tools, "mnuRankOrder", "Ran&k Order of Runs...");
   AddAction(tools, "mnuLockStudy", "&Lock Study...", &frmMain::mnuLockStudy_Click);
   tools->addSeparator();
+  // The status option of the chart pane: the text about the point under the
+  // pointer.
+  QAction* details = AddAction(tools, "mnuPointDetails", "Show Point &Details", nullptr);
+  details->setCheckable(true);
+  details->setChecked(true);
+  details->setEnabled(true);
+  connect(details, &QAction::toggled, this, [this](bool on) { picChart->SetStatusOption(on); });
   AddAction(tools, "mnuToolsPrefs", "&Preferences...");
 
   QMenu* study = menu("mnuStudy", "&Study");
@@ -282,9 +293,9 @@ void frmMain::BuildToolbar() {
                             {12, "ViewDes", &frmMain::ToolsViewDes},
                             {13, "TreeYes", &frmMain::ToolsFlipTree},
                             {14, nullptr, nullptr},
-                            {15, "UnZoom", nullptr},
-                            {16, "EraseLabels", nullptr},
-                            {17, "AddLabel", nullptr},
+                            {15, "UnZoom", &frmMain::ToolsUnZoom},
+                            {16, "EraseLabels", &frmMain::ToolsEraseLabels},
+                            {17, "AddLabel", &frmMain::ToolsAddLabel},
                             {18, "AddLog", &frmMain::ToolsAddLog},
                             {19, "Help", nullptr}};
   for (const Button& b : buttons) {
@@ -498,7 +509,12 @@ void frmMain::UpdateMenus() {
     Action(name)->setEnabled(paneName_ == PANE_DATA && gStudy);
   Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
   Action("mnuStudyNonlin")->setEnabled(gStudy && (gStudy->iDesFlag & DES_CENTRE_POINTS) && gStudy->iReps > 1);
-  Action("tbAddLog")->setEnabled(!paneName_.empty());
+  bool charts = ChartsOnShow();
+  Action("tbAddLog")->setEnabled(!paneName_.empty() && !charts);  // the log takes text
+  Action("mnuFileSaveGraphic")->setEnabled(charts && !gPage.Charts.empty());
+  Action("tbUnZoom")->setEnabled(charts && gPage.bZoomed);
+  Action("tbEraseLabels")->setEnabled(charts && !gPage.Labels.empty());
+  Action("tbAddLabel")->setEnabled(charts && !gPage.Charts.empty());
   Action("tbViewDes")->setEnabled(gStudy && !gStudy->sDesignName.empty() && gStudy->iNumRuns > 0);
   SetTitle();
 }

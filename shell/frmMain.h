@@ -26,6 +26,7 @@ class QTreeWidgetItem;
 
 namespace kestrow {
 
+class ChartPane;
 class GridModel;
 class DataGridDelegate;
 
@@ -54,6 +55,9 @@ class frmMain : public QMainWindow {
   QTreeWidget* sstv1;
   QTableView* grdMain;
   QTextBrowser* txtView;
+  ChartPane* picChart;
+  // Whether the pane shows the chart page of an analysis.
+  bool ChartsOnShow() const;
   QAction* Action(const std::string& name) const;
   QMenu* Menu(const std::string& name) const;
   QTreeWidgetItem* Node(const std::string& key) const;
@@ -83,6 +87,13 @@ class frmMain : public QMainWindow {
   void ToolsFlipTree();
   void ToolsToggle();
   void ToolsCueCard();
+  void ToolsUnZoom();
+  void ToolsEraseLabels();
+  void ToolsAddLabel();
+  void mnuFileSaveGraphic_Click();
+  // Saves the chart page on show as a picture file of that name; a failure
+  // is said and leaves the page as it was.
+  bool SaveGraphicFile(const std::string& path);
 
   // Factors and response variables through their dialogs: 1 new, 2 copy, 3 edit.
   void AddEditFactor(int mode);
@@ -131,7 +142,6 @@ class frmMain : public QMainWindow {
 
   QSplitter* split_;
   QStackedWidget* pane_;
-  QLabel* chartPane_;
   QToolBar* toolbar_;
   std::map<std::string, QAction*> actions_;
   std::map<std::string, QMenu*> menus_;

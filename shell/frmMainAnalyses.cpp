@@ -7,7 +7,9 @@
 #include "core/Globals.h"
 #include "core/Study.h"
 #include "core/Ui.h"
+#include "charts/ChartPage.h"
 #include "data/Statistics.h"
+#include "shell/ChartPane.h"
 #include "shell/GridModel.h"
 #include "shell/frmANOVA.h"
 #include "shell/frmMain.h"
@@ -55,11 +57,18 @@ void frmMain::ShowEditAnalysis(int mode) {
     if (changed) gProblem->bChanged = true;
   }
   ClearPane();
-  DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
-  gridModel_->ApplyLayout(grdMain);
-  GridModel::FitColumns(grdMain, 48);
-  pane_->setCurrentWidget(grdMain);
-  paneName_ = AnalysisTag(code);
+  if (IsChartAnalysis(code)) {
+    gphStart();
+    DrawAnalysis(code, *gStudy, gStats, grid_);  // charts stopped on a message show what was made
+    pane_->setCurrentWidget(picChart);
+    picChart->Redraw();
+  } else {
+    DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
+    gridModel_->ApplyLayout(grdMain);
+    GridModel::FitColumns(grdMain, 48);
+    pane_->setCurrentWidget(grdMain);
+  }
+  paneName_ = AnalysisPaneName(code);
   UpdateMenus();
 }
 
@@ -72,7 +81,7 @@ void frmMain::mnuStudyNonlin_Click() {
 }
 
 void frmMain::ToolsAddLog() {
-  if (PaneName().empty()) return;
+  if (PaneName().empty() || ChartsOnShow()) return;
   UnLoadDataGrid();
   bool study = gStudy && !ParseNodeKey(gsKey).studyKey.empty();
   if (!OpenLog(study)) return;

@@ -13,9 +13,22 @@ class Statistics;
 // True for the analyses that can be drawn so far.
 bool IsAnalysisBuilt(int code);
 
-// Draws analysis code of the study with its stored settings into grid; the
-// statistics are refilled as the analysis needs. False when drawing stopped
-// on a message, which has been shown.
+// True for the analyses whose show step fills the chart page (gPage)
+// rather than the grid.
+bool IsChartAnalysis(int code);
+
+// Draws analysis code of the study with its stored settings: into grid for a
+// grid analysis, into the chart page for a chart analysis, whose clicks then
+// name the study's levels of a run. The statistics are refilled as the
+// analysis needs. False when drawing stopped on a message, which has been
+// shown.
 bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid);
+
+// The name of what the show step leaves on the pane: "ANOVA", "ANOM",
+// "Residuals", "Contour" and so on.
+std::string AnalysisPaneName(int code);
+
+// The lines that name a run's factor levels, "abbreviation = level" each.
+std::string RunLevelsText(const Study& study, int run);
 
 }  // namespace kestrow

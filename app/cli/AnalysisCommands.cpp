@@ -3,6 +3,7 @@
 
 #include "app/cli/Cli.h"
 #include "app/cli/Commands.h"
+#include "charts/ChartPage.h"
 #include "core/Grid.h"
 #include "core/GridText.h"
 #include "core/Language.h"
@@ -17,15 +18,25 @@
 namespace kestrow::cli {
 
 // As a click on its node gives it when the analysis is set up; a dialog
-// cannot be shown here, so one that is not set up is refused.
+// cannot be shown here, so one that is not set up is refused. A grid
+// analysis prints its grid; a chart analysis its chart list as drawn on a
+// page of --size, into the picture of --image when one is asked for.
 int Analyse(const Words& words) {
   Args a;
   std::string complaint;
-  if (!ParseArgs(words, {"--study", "--code"}, a, complaint, {"--tsv"})) return Usage(complaint);
+  if (!ParseArgs(words, {"--study", "--code", "--image", "--size"}, a, complaint, {"--tsv"})) return Usage(complaint);
   if (a.positional.size() != 1 || !a.Has("--study") || !a.Has("--code"))
     return Usage("analyse takes a problem file, --study KEY and --code N");
   int code = 0;
   if (!ParseWhole(a.Option("--code"), 1, 32767, code)) return Usage("--code takes an analysis number from 1 to 32767");
+  int width = 800, height = 600;
+  if (a.Has("--size") && !ParseSize(a.Option("--size"), width, height))
+    return Usage("--size takes WxH, each from 1 to 10000");
+  bool charts = IsChartAnalysis(code);
+  if (!charts && (a.Has("--image") || a.Has("--size")))
+    return Usage("analysis " + std::to_string(code) + " prints a grid; --image and --size are for the analyses that draw charts");
+  if (charts && a.Flag("--tsv")) return Usage("analysis " + std::to_string(code) + " draws charts; --tsv is for grids");
+  if (a.Has("--image") && !CheckImagePath(a.Option("--image"), complaint)) return Usage(complaint);
   if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
   if (!OpenProgramFiles()) return FAILED;
   auto problem = LoadProblem(a.positional[0]);
@@ -40,7 +51,9 @@ int Analyse(const Words& words) {
     return Failed("analysis " + std::to_string(code) + " of study " + s->sKey +
                   " has no settings yet; set it up in the workbench first");
   Grid grid;
+  if (charts) gphStart();
   if (!DrawAnalysis(code, *s, stats, grid)) return FAILED;
+  if (charts) return PrintChartList(gPage, a.Has("--image") ? a.Option("--image") : std::string(), width, height);
   std::cout << (a.Flag("--tsv") ? GridToTsv(grid) : GridToJson(grid));
   return OK;
 }

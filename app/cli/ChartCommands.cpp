@@ -18,6 +18,9 @@
 #include <QGuiApplication>
 
 #include "shell/GraphicFiles.h"
+#include "shell/QtCanvas.h"
+#else
+#include "charts/RecordingCanvas.h"
 #endif
 
 namespace kestrow::cli {
@@ -46,10 +49,12 @@ bool CheckImagePath(const std::string& path, std::string& complaint) {
   return false;
 }
 
-int WriteImage(ChartPage& page, const std::string& path, int width, int height) {
+namespace {
+
 #ifdef KESTROW_CLI_IMAGES
-  // Fonts and painting need a GUI application; without a display, the
-  // offscreen platform serves.
+// Fonts and painting need a GUI application; without a display, the
+// offscreen platform serves.
+void StartPainting() {
   static int argc = 1;
   static char name[] = "kestrow-cli";
   static char* argv[] = {name, nullptr};
@@ -57,6 +62,33 @@ int WriteImage(ChartPage& page, const std::string& path, int width, int height) 
     if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
     new QGuiApplication(argc, argv);
   }
+}
+#endif
+
+}  // namespace
+
+int PrintChartList(ChartPage& page, const std::string& image, int width, int height) {
+  if (!image.empty()) {
+    if (int code = WriteImage(page, image, width, height); code != OK) return code;
+  } else {
+    // Laid out on an image of the page's size, so that the positions are
+    // those a picture of that size would have.
+#ifdef KESTROW_CLI_IMAGES
+    StartPainting();
+    QImage picture(width, height, QImage::Format_RGB32);
+    QtCanvas canvas(picture);
+#else
+    RecordingCanvas canvas;
+#endif
+    page.DrawAll(canvas, width, height, PAGE_BITMAP);
+  }
+  std::cout << ChartsToJson(page);
+  return OK;
+}
+
+int WriteImage(ChartPage& page, const std::string& path, int width, int height) {
+#ifdef KESTROW_CLI_IMAGES
+  StartPainting();
   std::string error;
   if (!SaveGraphic(page, path, width, height, error)) return Failed(error + ": " + path);
   return OK;
@@ -82,9 +114,7 @@ int Draw(const Words& words) {
   ChartPage page;
   std::string error;
   if (!ChartsFromJson(text.str(), page, error)) return Failed(a.positional[0] + ": " + error);
-  if (int code = WriteImage(page, a.Option("--image"), width, height); code != OK) return code;
-  std::cout << ChartsToJson(page);
-  return OK;
+  return PrintChartList(page, a.Option("--image"), width, height);
 }
 
 }  // namespace kestrow::cli

@@ -29,5 +29,8 @@ bool ParseSize(const std::string& text, int& width, int& height);
 bool CheckImagePath(const std::string& path, std::string& complaint);
 // Draws the page into the picture file; the exit code.
 int WriteImage(ChartPage& page, const std::string& path, int width, int height);
+// Draws the page into the picture file, or without one on a page of that
+// size, and prints the chart list as drawn; the exit code.
+int PrintChartList(ChartPage& page, const std::string& image, int width, int height);
 
 }  // namespace kestrow::cli

@@ -101,7 +101,12 @@ TEST_F(AnalyseCliTest, RefusalsSayWhyWithTheirExitCode) {
            {dir / "run3missing.KSW", "--study s1 --code 2", 1, "At least one full replication is missing"},
            {etch, "--study s1 --code two", 2, "usage: kestrow-cli"},
            {etch, "--study s1 --code 2.5", 2, "usage: kestrow-cli"},
-           {etch, "--code 2", 2, "usage: kestrow-cli"}}) {
+           {etch, "--code 2", 2, "usage: kestrow-cli"},
+           // A grid has no picture, and a chart analysis prints no tab-separated rows.
+           {etch, "--study s1 --code 2 --image " + dir / "x.png", 2, "--image and --size are for the analyses that draw"},
+           {etch, "--study s1 --code 4 --tsv", 2, "--tsv is for grids"},
+           {etch, "--study s1 --code 4 --image " + dir / "x.gif", 2, "extension is one of png, bmp"},
+           {etch, "--study s1 --code 4 --image " + dir / "x.png --size 0x100", 2, "--size takes WxH"}}) {
     test::CliResult r = test::RunCli(dir, "analyse " + file + " " + options);
     EXPECT_EQ(r.code, code) << options;
     EXPECT_EQ(r.out, "") << options;
