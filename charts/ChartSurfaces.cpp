@@ -169,19 +169,19 @@ void ChartPainter::DrawSurface() {
   // three figures.
   SetFontPercent(4);
   int tick = c_.WidthPercent(1.5);
-  auto axis = [&](float low, float high, float step, auto at, int align) {
-    if (!(step > 0)) return;
-    for (int i = 0; i <= 100; ++i) {
-      float v = std::ceil(low / step - 1e-4f) * step + step * static_cast<float>(i);
-      if (v > high + 1e-4f * step) break;
-      CanvasPoint p = at(v);
+  // The two floor axes meet at the front corner, where the x axis's last
+  // value stands; the y axis leaves its value there out.
+  auto axis = [&](float low, float high, float step, auto at, int align, bool skipLow) {
+    MajorTicks(low, high, step, [&](double v) {
+      CanvasPoint p = at(static_cast<float>(v));
       LineSolid(p.x, p.y, p.x - tick, p.y + (align == 1 ? 0 : tick / 2), gSettings.ChartAxes);
-      TextAt(p.x - tick - 1, p.y + fontHeight_, FormatSF(3, v), align, gSettings.ChartAxisText);
-    }
+      if (skipLow && v <= low + 1e-4 * step) return;
+      TextAt(p.x - tick - 1, p.y + fontHeight_, FormatSF(3, static_cast<float>(v)), align, gSettings.ChartAxisText);
+    });
   };
-  axis(x0, x1, xMajor, [&](float v) { return project(v, y0, z0); }, 6);
-  axis(y0, y1, yMajor, [&](float v) { return project(x1, v, z0); }, 5);
-  axis(z0, z1, zMajor, [&](float v) { return project(x0, y0, v); }, 1);
+  axis(x0, x1, xMajor, [&](float v) { return project(v, y0, z0); }, 6, false);
+  axis(y0, y1, yMajor, [&](float v) { return project(x1, v, z0); }, 5, true);
+  axis(z0, z1, zMajor, [&](float v) { return project(x0, y0, v); }, 1, false);
   SetFontPercent(5);
   CanvasPoint xl = project(x0 + (x1 - x0) * 0.5, y0 - (y1 - y0) * 0.25, z0);
   CanvasPoint yl = project(x1 + (x1 - x0) * 0.25, y0 + (y1 - y0) * 0.5, z0);

@@ -58,6 +58,8 @@ class frmMain : public QMainWindow {
   ChartPane* picChart;
   // Whether the pane shows the chart page of an analysis.
   bool ChartsOnShow() const;
+  // Brings the chart page (gPage) forward under the pane name of what drew it.
+  void ShowChartPage(const std::string& name);
   QAction* Action(const std::string& name) const;
   QMenu* Menu(const std::string& name) const;
   QTreeWidgetItem* Node(const std::string& key) const;

@@ -60,14 +60,13 @@ void frmMain::ShowEditAnalysis(int mode) {
   if (IsChartAnalysis(code)) {
     gphStart();
     DrawAnalysis(code, *gStudy, gStats, grid_);  // charts stopped on a message show what was made
-    pane_->setCurrentWidget(picChart);
-    picChart->Redraw();
-  } else {
-    DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
-    gridModel_->ApplyLayout(grdMain);
-    GridModel::FitColumns(grdMain, 48);
-    pane_->setCurrentWidget(grdMain);
+    ShowChartPage(AnalysisPaneName(code));
+    return;
   }
+  DrawAnalysis(code, *gStudy, gStats, grid_);  // a report stopped on a message keeps what it drew
+  gridModel_->ApplyLayout(grdMain);
+  GridModel::FitColumns(grdMain, 48);
+  pane_->setCurrentWidget(grdMain);
   paneName_ = AnalysisPaneName(code);
   UpdateMenus();
 }

@@ -29,6 +29,13 @@ const char* GRAPHIC_FILTER =
 
 bool frmMain::ChartsOnShow() const { return pane_->currentWidget() == picChart; }
 
+void frmMain::ShowChartPage(const std::string& name) {
+  pane_->setCurrentWidget(picChart);
+  picChart->Redraw();
+  paneName_ = name;
+  UpdateMenus();
+}
+
 void frmMain::ToolsUnZoom() {
   if (!ChartsOnShow()) return;
   picChart->UnZoom();

@@ -20,6 +20,7 @@
 
 #include "ShellTestSupport.h"
 #include "core/Sentinels.h"
+#include "charts/ChartPage.h"
 #include "shell/frmFactor.h"
 #include "shell/frmMain.h"
 
@@ -295,6 +296,59 @@ class tst_frmMain : public QObject {
     QVERIFY(!w.OpenKSTFile(bad.fileName()));
     QCOMPARE(w.windowTitle(), QString("Kestrow for Windows - CatalystTrial.KSW"));
     QVERIFY(w.Node("f1"));
+  }
+
+  // A page of charts on show: the chart commands come alive, Save Graphic
+  // writes the format of the extension it is given, and an extension it does
+  // not know is said with nothing written.
+  void aChartPageOnShowCanBeSavedAsAGraphic() {
+    frmMain w;
+    QVERIFY(Open(w, "CatalystTrial"));
+    QVERIFY(!w.Action("mnuFileSaveGraphic")->isEnabled());
+    gphStart();
+    for (int i = 0; i < 2; ++i) {
+      Chart& c = gphNewChart(CHT_SCATTER);
+      c.sTitle = "Chart " + std::to_string(i + 1);
+      for (float x : {1.0f, 2.0f, 3.0f}) {
+        DataPoint p;
+        p.fX = x;
+        p.fY = x * x + static_cast<float>(i);
+        p.iDotType = 1;
+        p.bJoined = x > 1;
+        c.AddData(p);
+      }
+    }
+    w.ShowChartPage("Scattergram");
+    QVERIFY(w.ChartsOnShow());
+    // With KESTROW_SHOTS set to a folder, the window is saved there to be looked at.
+    if (qEnvironmentVariableIsSet("KESTROW_SHOTS")) {
+      w.resize(1100, 700);
+      w.show();
+      QVERIFY(QTest::qWaitForWindowExposed(&w));
+      w.grab().save(qEnvironmentVariable("KESTROW_SHOTS") + "/MainCharts.png");
+    }
+    QVERIFY(w.Action("mnuFileSaveGraphic")->isEnabled());
+    QVERIFY(w.Action("tbAddLabel")->isEnabled());
+    QVERIFY(!w.Action("tbUnZoom")->isEnabled());
+    QVERIFY(!w.Action("tbAddLog")->isEnabled());
+    gPage.Zoom(gPage.Charts[0].ox + 1, gPage.Charts[0].oy + 1);
+    w.ToolsUnZoom();
+    QVERIFY(!gPage.bZoomed);
+
+    QTemporaryDir dir;
+    ui_->savePaths.push_back(dir.filePath("page.png").toStdString());
+    w.mnuFileSaveGraphic_Click();
+    QCOMPARE(ui_->messages.back().text, std::string("Save graphic as"));
+    QImage saved(dir.filePath("page.png"));
+    QVERIFY(!saved.isNull());
+    QVERIFY(w.SaveGraphicFile(dir.filePath("page.WMF").toStdString()));
+    QFile wmf(dir.filePath("page.WMF"));
+    QVERIFY(wmf.open(QIODevice::ReadOnly));
+    QCOMPARE(wmf.read(4), QByteArray("\xD7\xCD\xC6\x9A", 4));
+    QVERIFY(!w.SaveGraphicFile(dir.filePath("page.gif").toStdString()));
+    QCOMPARE(ui_->messages.back().text, std::string("Invalid extension for graphics file"));
+    QVERIFY(!QFile::exists(dir.filePath("page.gif")));
+    gphStart();
   }
 
   // The administrator's new dictionary holds the captions of every form,
