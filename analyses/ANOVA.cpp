@@ -6,6 +6,7 @@
 
 #include "analyses/BlockStats.h"
 #include "analyses/Cstat.h"
+#include "analyses/RunFigures.h"
 #include "core/Formatters.h"
 #include "core/Grid.h"
 #include "core/Language.h"
@@ -119,22 +120,7 @@ bool AnovaReport::RunFigure(int run, float& y, float& w) const {
       y = st_.SampSigRV(run);
       break;
     case 2:
-      if (target_ == TARGET_MAX) {
-        // Larger is better: the average of 1 / x^2 over the good observations.
-        float sum = 0, n = 0;
-        for (int rep = 1; rep <= s_.iReps; ++rep) {
-          float x = s_.GetDataRV(run, rep);
-          if (x == MISSING_VALUE) continue;
-          sum += 1 / (x * x);
-          n += 1;
-        }
-        y = n > 0 ? sum / n : MISSING_VALUE;
-      } else {
-        // The sigma of a run with one observation enters unguarded: MSD is
-        // offered for replicated studies.
-        float d = target_ - st_.SampAvgRV(run), sig = st_.SampSigRV(run);
-        y = d * d + sig * sig;
-      }
+      y = RunMSD(s_, st_, run, target_);
       break;
     default:  // a variable with a title only: no figure and no weight
       y = 0;

@@ -101,18 +101,29 @@ std::string Chart::Click(int X, int Y, bool bCtrl) {
   std::string runText, repText;
   switch (chtType) {
     case CHT_ANOM:
-      if (sTextType == "Main") text = p.sId + " " + sYlabel + " (Mean) = " + v;
-      else if (!bCtrl) text = sYlabel + " (" + p.sId + ") = " + v;
+      if (sTextType == "Main") {
+        text = p.sId + " " + sYlabel + " (Mean) = " + v;
+      } else if (!bCtrl) {
+        // A point of the one-way charts is a run.
+        text = sYlabel + " (" + p.sId + ") = " + v;
+        runText = p.sId;
+      }
       break;
-    case CHT_MMP: {
-      std::vector<std::string> s = Items(p.sId);
-      text = (s.size() >= 2 ? s[0] + ", " + s[1] : p.sId) + " = " + v;
+    case CHT_MMP:
+      // A level (or a contrast's coefficient) of its factor, and the mean there.
+      text = (p.sId2.empty() ? p.sId : p.sId2 + " = " + p.sId) + " (" + sTextType + ") = " + v;
       break;
-    }
     case CHT_EFFECT:
-      text = p.sId.empty() ? p.sId2 + " = " + sTextType + " is " + v : Joined(Items(p.sId)) + " : " + TargetToText(value);
+      // A level's mean, or a run's average at the level.
+      text = sXlabel + " = " + p.sId + ": " + TargetToText(value);
+      if (!p.sId2.empty()) {
+        text += ", Run = " + p.sId2;
+        runText = p.sId2;
+      }
       break;
-    case CHT_INTERACTION: text = Joined(Items(p.sId)) + " : " + TargetToText(value); break;
+    case CHT_INTERACTION:
+      text = sXlabel + " = " + p.sId + ", " + sText2 + " = " + p.sId2 + ": " + TargetToText(value);
+      break;
     case CHT_RES_RUN:
     case CHT_RES_FACTOR:
       text = v + ", Run/Rep = " + p.sId;

@@ -297,7 +297,8 @@ void ChartPainter::DrawYTicks(bool minor) {
 // Click. A point without a value keeps its x label and its old pixel, and the
 // next joined point joins the one before it.
 void ChartPainter::DrawPoints(int mode) {
-  SetFontPercent(c_.zAxisCount > 0 ? 2.5 : 5);
+  // A marginal means chart may ask for a reduced font on its crowded x axis.
+  SetFontPercent(c_.zAxisCount > 0 ? 2.5 : c_.chtType == CHT_MMP && c_.fValue == 1 ? 3.5 : 5);
   int tick = c_.HeightPercent(1.5);
   int r = std::max(1, c_.WidthPercent(1) / 2);
   for (DataPoint& p : c_.DataPoints) {

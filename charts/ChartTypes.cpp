@@ -33,6 +33,22 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
+// The words of a line, cut at blanks.
+std::vector<std::string> Words(const std::string& line) {
+  std::vector<std::string> words;
+  std::string word;
+  for (char ch : line) {
+    if (ch == ' ') {
+      if (!word.empty()) words.push_back(word);
+      word.clear();
+    } else {
+      word += ch;
+    }
+  }
+  if (!word.empty()) words.push_back(word);
+  return words;
+}
+
 }  // namespace
 
 // Decision limits over the levels: the limits' figures stand under the title.
@@ -152,9 +168,14 @@ void ChartPainter::DrawPairwise() {
   EmptyYRangeToUnit();
   for (const LinePoint& p : c_.LinePoints) c_.ConsiderValue(p.fY);
   c_.ConsiderValue(0);
-  float pad = std::max(0.4f, 0.05f * (c_.yMax - c_.yMin));
-  c_.yMin -= pad;
-  c_.yMax += pad;
+  // Room for ten rows of dots and bars at the least, so that a row is never
+  // taller than a tenth of the plot.
+  c_.ConsiderValue(-4);
+  // Below the last bar a row to spare; above the line room for its numbers
+  // and for a figure that the line under the title could not take.
+  float span = c_.yMax - c_.yMin;
+  c_.yMin -= std::max(0.4f, 0.05f * span);
+  c_.yMax += std::max(1.2f, 0.15f * span);
   AutoScaleX();
   if (c_.xMin == c_.xMax) {
     c_.xMin -= 1;
@@ -228,6 +249,11 @@ void ChartPainter::DrawResponse() {
       int x = c_.XToPixel(p.fX);
       LineDotted(x, c_.PlotTop, x, c_.PlotBottom, gSettings.ChartAxes);
     }
+  // A block's caption (a point with a text and no value) inside the plot's top.
+  SetFontPercent(4);
+  for (const DataPoint& p : c_.DataPoints)
+    if ((p.idf & 2) && p.fY == MISSING_VALUE)
+      TextAt(c_.XToPixel(p.fX), c_.PlotTop + 2, p.sId2, 3, gSettings.ChartAxisText);
   Note(c_.sText1);
 }
 
@@ -294,7 +320,21 @@ void ChartPainter::DrawIPO() {
   BoxFilled(left, top, right, bottom, gSettings.ChartAxes, gSettings.ChartArea, 2);
   SetFontPercent(5);
   int lineHeight = fontHeight_ + 2;
-  std::vector<std::string> caption = Lines(c_.sText1);
+  // The caption in the box, its words wrapped to the box's width.
+  std::vector<std::string> caption;
+  for (const std::string& line : Lines(c_.sText1)) {
+    std::string current;
+    for (const std::string& word : Words(line)) {
+      std::string longer = current.empty() ? word : current + " " + word;
+      if (!current.empty() && dc_.TextExtent(longer).cx > right - left - 4) {
+        caption.push_back(current);
+        current = word;
+      } else {
+        current = longer;
+      }
+    }
+    caption.push_back(current);
+  }
   int cy = (top + bottom) / 2 - lineHeight * static_cast<int>(caption.size() - 1) / 2;
   for (const std::string& line : caption) {
     TextAt((left + right) / 2, cy, line, 2, gSettings.ChartAxisText);

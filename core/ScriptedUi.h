@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/CheckList.h"
 #include "core/Ui.h"
 
 namespace kestrow {
@@ -48,11 +49,29 @@ class ScriptedUi : public Ui {
     savePaths.pop_front();
     return p;
   }
+  // Ticks the rows of the next answer's keys, in its order, and OK; with no
+  // answer queued, Cancel. A set the list's check refuses is recorded as an
+  // error and, as its dialog would stay open until Cancel, comes back false.
+  bool ShowCheckList(CheckList& list) override {
+    messages.push_back({"checklist", list.caption});
+    if (checkListAnswers.empty()) return false;
+    std::vector<std::string> keys = checkListAnswers.front();
+    checkListAnswers.pop_front();
+    std::vector<int> rows;
+    for (const std::string& key : keys)
+      for (std::size_t i = 0; i < list.Rows().size(); ++i)
+        if (list.Rows()[i].key == key) rows.push_back(static_cast<int>(i));
+    std::string complaint;
+    if (list.Accept(rows, complaint)) return true;
+    messages.push_back({"error", complaint});
+    return false;
+  }
   void Beep() override { ++beeps; }
 
   std::vector<Message> messages;
   std::deque<Answer> answers;
   std::deque<std::string> savePaths;  // answers of save dialogs; empty: cancelled
+  std::deque<std::vector<std::string>> checkListAnswers;  // keys ticked in a check list
   int beeps = 0;
 
  private:

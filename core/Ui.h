@@ -10,6 +10,8 @@ namespace kestrow {
 
 enum class Answer { Yes, No, Cancel, Ok };
 
+class CheckList;
+
 class Ui {
  public:
   virtual ~Ui() = default;
@@ -25,6 +27,13 @@ class Ui {
                                      const std::string& filter, const std::string& name) {
     (void)title, (void)folder, (void)filter, (void)name;
     return std::string();
+  }
+  // Runs a check list modally: the user ticks its rows; true on OK, with the
+  // ticks taken over (CheckList::Accept), false on Cancel with them as they
+  // were. Without a window nothing can be ticked: Cancel.
+  virtual bool ShowCheckList(CheckList& list) {
+    (void)list;
+    return false;
   }
   // Shows a text file in the given editor program, without waiting for it.
   virtual void ShowTextFile(const std::string& editor, const std::string& file) { (void)editor, (void)file; }

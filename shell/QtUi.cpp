@@ -8,6 +8,7 @@
 
 #include "core/Sentinels.h"
 #include "shell/QtText.h"
+#include "shell/frmList.h"
 
 namespace kestrow {
 
@@ -71,6 +72,11 @@ std::string QtUi::SaveFileDialog(const std::string& title, const std::string& fo
 void QtUi::ShowTextFile(const std::string& editor, const std::string& file) {
   if (!QProcess::startDetached(QString::fromStdString(editor), {QString::fromStdString(file)}))
     ErrorBox("The text editor " + editor + " cannot be started.");
+}
+
+bool QtUi::ShowCheckList(CheckList& list) {
+  frmList form(list, parent_);
+  return form.exec() == QDialog::Accepted;
 }
 
 void QtUi::Beep() { QApplication::beep(); }

@@ -22,6 +22,7 @@ class QtUi : public Ui {
   std::string SaveFileDialog(const std::string& title, const std::string& folder, const std::string& filter,
                              const std::string& name) override;
   void ShowTextFile(const std::string& editor, const std::string& file) override;
+  bool ShowCheckList(CheckList& list) override;
   void Beep() override;
 
  private:

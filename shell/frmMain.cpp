@@ -484,6 +484,10 @@ void frmMain::NodeClick(const std::string& key) {
       break;
     case 'e':
       ClearPane();
+      if (ref.number == 1) {
+        DrawIPOReport(*gStudy);
+        ShowChartPage("IPO");
+      }
       if (ref.number == 2) ShowStats(*gProblem, gStudy);
       if (ref.number == 4) ShowWorksheet(*gProblem, gStudy);
       break;
@@ -510,7 +514,7 @@ void frmMain::UpdateMenus() {
   Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
   Action("mnuStudyNonlin")->setEnabled(gStudy && (gStudy->iDesFlag & DES_CENTRE_POINTS) && gStudy->iReps > 1);
   bool charts = ChartsOnShow();
-  Action("tbAddLog")->setEnabled(!paneName_.empty() && !charts);  // the log takes text
+  Action("tbAddLog")->setEnabled(!paneName_.empty());
   Action("mnuFileSaveGraphic")->setEnabled(charts && !gPage.Charts.empty());
   Action("tbUnZoom")->setEnabled(charts && gPage.bZoomed);
   Action("tbEraseLabels")->setEnabled(charts && !gPage.Labels.empty());

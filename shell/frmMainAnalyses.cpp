@@ -11,10 +11,16 @@
 #include "data/Statistics.h"
 #include "shell/ChartPane.h"
 #include "shell/GridModel.h"
+#include "shell/frmANOM.h"
 #include "shell/frmANOVA.h"
+#include "shell/frmFXplot.h"
+#include "shell/frmMMP.h"
+#include "shell/frmPairwise.h"
+#include "shell/frmResponse.h"
 #include "shell/frmMain.h"
 #include "shell/frmNonLin.h"
 #include "workbench/Availability.h"
+#include "workbench/ChartLog.h"
 #include "workbench/PrintLog.h"
 #include "workbench/ProblemTree.h"
 #include "workbench/ShowAnalysis.h"
@@ -23,18 +29,25 @@ namespace kestrow {
 
 namespace {
 
-// The dialog of an analysis, run modally; true on OK, with changed telling
+// A dialog of an analysis, run modally; true on OK, with changed telling
 // whether OK changed what the study holds.
+template <class Dialog>
+bool Run(Study& study, QWidget* parent, bool& changed) {
+  Dialog dialog(study, gStats, parent);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  changed = dialog.Stored();
+  return true;
+}
+
 bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
   switch (code) {
-    case ANALYSIS_ANOVA: {
-      frmANOVA dialog(study, gStats, parent);
-      if (dialog.exec() != QDialog::Accepted) return false;
-      changed = dialog.Stored();
-      return true;
-    }
-    default:
-      return false;
+    case ANALYSIS_ANOM: return Run<frmANOM>(study, parent, changed);
+    case ANALYSIS_ANOVA: return Run<frmANOVA>(study, parent, changed);
+    case ANALYSIS_FXPLOT: return Run<frmFXplot>(study, parent, changed);
+    case ANALYSIS_RESPLOT: return Run<frmResponse>(study, parent, changed);
+    case ANALYSIS_MMEANS: return Run<frmMMP>(study, parent, changed);
+    case ANALYSIS_PAIRWISE: return Run<frmPairwise>(study, parent, changed);
+    default: return false;
   }
 }
 
@@ -80,11 +93,13 @@ void frmMain::mnuStudyNonlin_Click() {
 }
 
 void frmMain::ToolsAddLog() {
-  if (PaneName().empty() || ChartsOnShow()) return;
+  if (PaneName().empty()) return;
   UnLoadDataGrid();
   bool study = gStudy && !ParseNodeKey(gsKey).studyKey.empty();
   if (!OpenLog(study)) return;
-  if (PaneName() == "View") {
+  if (ChartsOnShow()) {
+    LogCharts(gPage);
+  } else if (PaneName() == "View") {
     LogLine(view_.title);
     for (const auto& [label, value] : view_.rows) {
       std::string text = value;

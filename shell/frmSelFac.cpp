@@ -117,35 +117,4 @@ void frmSelFac::cmdOK_Click() {
   accept();
 }
 
-frmList::frmList(const std::vector<Row>& rows, QWidget* parent) : QDialog(parent) {
-  setObjectName("frmList");
-  setWindowTitle("Select...");
-  lstItems = new QListWidget(this);
-  lstItems->setObjectName("chkItem");
-  for (const Row& r : rows) {
-    auto* item = new QListWidgetItem(Q(r.text), lstItems);
-    item->setData(Qt::UserRole, Q(r.key));
-    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-    item->setCheckState(r.checked ? Qt::Checked : Qt::Unchecked);
-  }
-  auto* buttons = new QDialogButtonBox(this);
-  auto* ok = AddButton(buttons, "cmdOK", "OK", QDialogButtonBox::AcceptRole);
-  auto* cancel = AddButton(buttons, "cmdCancel", "Cancel", QDialogButtonBox::RejectRole);
-  connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(lstItems);
-  layout->addWidget(buttons);
-  TranslateForm(this);
-  resize(320, 300);
-}
-
-std::vector<std::string> frmList::CheckedKeys() const {
-  std::vector<std::string> keys;
-  for (int i = 0; i < lstItems->count(); ++i)
-    if (lstItems->item(i)->checkState() == Qt::Checked)
-      keys.push_back(lstItems->item(i)->data(Qt::UserRole).toString().toStdString());
-  return keys;
-}
-
 }  // namespace kestrow

@@ -31,19 +31,4 @@ class frmSelFac : public QDialog {
   void cmdOK_Click();
 };
 
-// The list of several items to tick, behind every "choose several" command.
-class frmList : public QDialog {
-  Q_OBJECT
-
- public:
-  struct Row {
-    std::string text, key;
-    bool checked = false;
-  };
-  frmList(const std::vector<Row>& rows, QWidget* parent = nullptr);
-  // The keys of the ticked rows, in order (OK takes the ticks, Cancel leaves them).
-  std::vector<std::string> CheckedKeys() const;
-  QListWidget* lstItems;
-};
-
 }  // namespace kestrow

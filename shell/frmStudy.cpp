@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/CheckList.h"
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Ui.h"
@@ -206,12 +207,15 @@ void frmStudy::cmdRespVars_Click() {
     ShowLists();
     return;
   }
-  std::vector<frmList::Row> rows;
-  for (const RespVar& rv : gProblem->RespVars) rows.push_back({rv.sName, rv.sKey, gStudyEdit.GetRVnum(rv.sKey) > 0});
-  frmList dialog(rows, this);
-  dialog.setWindowTitle(Tr("RVs"));
-  if (dialog.exec() != QDialog::Accepted) return;
-  form_.RespVarsChosen(dialog.CheckedKeys());
+  CheckList list;
+  list.Init();
+  list.caption = GetText("RVs");
+  for (const RespVar& rv : gProblem->RespVars) list.Add(rv.sName, rv.sKey, gStudyEdit.GetRVnum(rv.sKey) > 0);
+  if (!list.Show()) return;
+  std::vector<std::string> keys;
+  for (const CheckList::Row& row : list.Rows())
+    if (row.checked) keys.push_back(row.key);
+  form_.RespVarsChosen(keys);
   ShowLists();
 }
 

@@ -3,7 +3,13 @@
 #include <memory>
 #include <vector>
 
+#include "analyses/ANOM.h"
 #include "analyses/ANOVA.h"
+#include "analyses/EffectsPlot.h"
+#include "analyses/MarginalMeans.h"
+#include "analyses/Pairwise.h"
+#include "analyses/ResponsePlot.h"
+#include "charts/ChartPage.h"
 #include "charts/Chart.h"
 #include "core/Study.h"
 #include "workbench/Availability.h"
@@ -11,14 +17,33 @@
 
 namespace kestrow {
 
-bool IsAnalysisBuilt(int code) { return code == ANALYSIS_ANOVA; }
+bool IsAnalysisBuilt(int code) {
+  switch (code) {
+    case ANALYSIS_ANOM:
+    case ANALYSIS_ANOVA:
+    case ANALYSIS_FXPLOT:
+    case ANALYSIS_RESPLOT:
+    case ANALYSIS_MMEANS:
+    case ANALYSIS_PAIRWISE: return true;
+    default: return false;
+  }
+}
 
 bool IsChartAnalysis(int code) {
   switch (code) {
-    case ANALYSIS_ANOVA:
-    case ANALYSIS_REGRESSION:
-    case ANALYSIS_CALCULATOR: return false;
-    default: return true;
+    case ANALYSIS_ANOM:
+    case ANALYSIS_RESIDUALS:
+    case ANALYSIS_FXPLOT:
+    case ANALYSIS_RESPLOT:
+    case ANALYSIS_MMEANS:
+    case ANALYSIS_PAIRWISE:
+    case ANALYSIS_REGRESSION_RESIDUALS:
+    case ANALYSIS_CONPLOT:
+    case ANALYSIS_RESPSURF:
+    case ANALYSIS_SCREE:
+    case ANALYSIS_RUNCHART:
+    case ANALYSIS_SCATTERGRAM: return true;
+    default: return false;
   }
 }
 
@@ -64,9 +89,20 @@ bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid) {
     };
   }
   switch (code) {
+    case ANALYSIS_ANOM: return SetupANOM(study, stats, study.ANOM_sCharts);
     case ANALYSIS_ANOVA: return DrawANOVA(study, stats, grid);
+    case ANALYSIS_FXPLOT: return SetupFXPlot(study, stats, study.FXPLOT_sFilter);
+    case ANALYSIS_RESPLOT: return SetupResponsePlot(study, stats);
+    case ANALYSIS_MMEANS: return SetupMMP(study, stats, MMPChartList(study));
+    case ANALYSIS_PAIRWISE: return Pairwise(study, stats);
     default: return false;
   }
+}
+
+void DrawIPOReport(const Study& study) {
+  gphStart();
+  gRunLevelsText = nullptr;
+  SetupIPO(study);
 }
 
 }  // namespace kestrow

@@ -24,6 +24,9 @@ bool IsChartAnalysis(int code);
 // shown.
 bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid);
 
+// The study's input-process-output diagram, alone on the chart page.
+void DrawIPOReport(const Study& study);
+
 // The name of what the show step leaves on the pane: "ANOVA", "ANOM",
 // "Residuals", "Contour" and so on.
 std::string AnalysisPaneName(int code);

@@ -24,19 +24,33 @@ namespace kestrow::cli {
 int Analyse(const Words& words) {
   Args a;
   std::string complaint;
-  if (!ParseArgs(words, {"--study", "--code", "--image", "--size"}, a, complaint, {"--tsv"})) return Usage(complaint);
-  if (a.positional.size() != 1 || !a.Has("--study") || !a.Has("--code"))
-    return Usage("analyse takes a problem file, --study KEY and --code N");
-  int code = 0;
-  if (!ParseWhole(a.Option("--code"), 1, 32767, code)) return Usage("--code takes an analysis number from 1 to 32767");
+  if (!ParseArgs(words, {"--study", "--code", "--report", "--image", "--size"}, a, complaint, {"--tsv"}))
+    return Usage(complaint);
+  if (a.positional.size() != 1 || !a.Has("--study") || a.Has("--code") == a.Has("--report"))
+    return Usage("analyse takes a problem file, --study KEY and either --code N or --report ipo|multichart");
   int width = 800, height = 600;
   if (a.Has("--size") && !ParseSize(a.Option("--size"), width, height))
     return Usage("--size takes WxH, each from 1 to 10000");
+  if (a.Has("--image") && !CheckImagePath(a.Option("--image"), complaint)) return Usage(complaint);
+  if (a.Has("--report")) {
+    const std::string report = a.Option("--report");
+    if (report != "ipo" && report != "multichart") return Usage("--report takes ipo or multichart");
+    if (a.Flag("--tsv")) return Usage("the reports draw charts; --tsv is for grids");
+    if (report != "ipo") return Failed("the report " + report + " cannot be shown by this version");
+    if (!OpenProgramFiles()) return FAILED;
+    auto problem = LoadProblem(a.positional[0]);
+    if (!problem) return FAILED;
+    Study* s = FindStudy(*problem, a);
+    if (!s) return FAILED;
+    DrawIPOReport(*s);
+    return PrintChartList(gPage, a.Has("--image") ? a.Option("--image") : std::string(), width, height);
+  }
+  int code = 0;
+  if (!ParseWhole(a.Option("--code"), 1, 32767, code)) return Usage("--code takes an analysis number from 1 to 32767");
   bool charts = IsChartAnalysis(code);
   if (!charts && (a.Has("--image") || a.Has("--size")))
     return Usage("analysis " + std::to_string(code) + " prints a grid; --image and --size are for the analyses that draw charts");
   if (charts && a.Flag("--tsv")) return Usage("analysis " + std::to_string(code) + " draws charts; --tsv is for grids");
-  if (a.Has("--image") && !CheckImagePath(a.Option("--image"), complaint)) return Usage(complaint);
   if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
   if (!OpenProgramFiles()) return FAILED;
   auto problem = LoadProblem(a.positional[0]);

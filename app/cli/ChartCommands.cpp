@@ -7,6 +7,9 @@
 #include <iostream>
 #include <sstream>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "app/cli/Cli.h"
 #include "app/cli/Commands.h"
 #include "charts/ChartJson.h"
@@ -60,6 +63,11 @@ void StartPainting() {
   static char* argv[] = {name, nullptr};
   if (!QGuiApplication::instance()) {
     if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // Qt wants a private runtime folder and says so on stderr when there is none.
+    if (!std::getenv("XDG_RUNTIME_DIR")) {
+      std::string runtime = "/tmp/kestrow-runtime-" + std::to_string(getuid());
+      if (mkdir(runtime.c_str(), 0700) == 0 || errno == EEXIST) setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
+    }
     new QGuiApplication(argc, argv);
   }
 }
