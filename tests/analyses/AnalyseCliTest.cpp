@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "analyses/ANOVA.h"
+#include "charts/ChartJson.h"
+#include "core/Formatters.h"
 #include "core/Grid.h"
 #include "core/Json.h"
 #include "core/Language.h"
@@ -86,6 +88,53 @@ TEST_F(AnalyseCliTest, TsvPrintsARowALineWithItsCellsJoinedByTabs) {
     for (int col = 0; col < grid.Cols(); ++col) expected += grid.Text(row, col) + (col + 1 < grid.Cols() ? "\t" : "\n");
   EXPECT_EQ(r.out, expected);
   EXPECT_NE(r.out.find("\tPooled (error)\t179.5\t8\t22.44\t"), std::string::npos);
+}
+
+// Each charted analysis of the 2^2 sample prints the chart list the program
+// makes, laid out on the page asked for, and draws it with --image; the IPO
+// diagram is a report.
+TEST_F(AnalyseCliTest, ChartAnalysesPrintTheirChartListAndDrawIt) {
+  struct Case {
+    const char* options;
+    std::vector<std::int16_t> types;
+  };
+  for (const Case& c : {Case{"--code 1", {CHT_ANOM, CHT_ANOM, CHT_ANOM, CHT_ANOM}},
+                        Case{"--code 4", {CHT_INTERACTION}},
+                        Case{"--code 5", {CHT_RESPONSE2}},
+                        Case{"--code 6", {CHT_MMP, CHT_MMP}},
+                        Case{"--code 8", {CHT_PAIRWISE}},
+                        Case{"--report ipo", {CHT_IPO}}}) {
+    std::string image = dir / "chart.png";
+    std::remove(image.c_str());
+    test::CliResult r = test::RunCli(dir, "analyse " + Sampdata("ChemicalYield") + " --study s1 " + c.options +
+                                              " --size 640x480 --image " + image);
+    ASSERT_EQ(r.code, 0) << c.options << ": " << r.err;
+    EXPECT_EQ(r.err, "") << c.options;
+    ChartPage page;
+    std::string error;
+    ASSERT_TRUE(ChartsFromJson(r.out, page, error)) << error;
+    std::vector<std::int16_t> types;
+    for (const Chart& chart : page.Charts)
+      if (chart.chtType != CHT_FILLER) types.push_back(chart.chtType);
+    EXPECT_EQ(types, c.types) << c.options;
+    EXPECT_LE(page.Charts[0].ox + page.Charts[0].Width, 640) << c.options;
+    EXPECT_EQ(test::ReadFile(image).substr(1, 3), "PNG") << c.options;
+  }
+  // The figures are the analysis's own: the decision limits of the 2^2 main effects.
+  test::CliResult r = test::RunCli(dir, "analyse " + Sampdata("ChemicalYield") + " --study s1 --code 1");
+  ChartPage page;
+  std::string error;
+  ASSERT_TRUE(ChartsFromJson(r.out, page, error)) << error;
+  EXPECT_EQ(FormatNumSF(page.Charts[0].LowLimit), "26.15");
+  for (auto [options, code, says] : std::vector<std::tuple<std::string, int, std::string>>{
+           {"--report multichart", 1, "cannot be shown by this version"},
+           {"--report worksheet", 2, "--report takes ipo or multichart"},
+           {"--code 1 --report ipo", 2, "either --code N or --report"},
+           {"--report ipo --tsv", 2, "--tsv is for grids"}}) {
+    test::CliResult bad = test::RunCli(dir, "analyse " + Sampdata("ChemicalYield") + " --study s1 " + options);
+    EXPECT_EQ(bad.code, code) << options;
+    EXPECT_NE(bad.err.find(says), std::string::npos) << options << ": " << bad.err;
+  }
 }
 
 // A study whose analysis is not set up or cannot be done exits 1; bad usage
