@@ -21,6 +21,7 @@ const char* TAG = "Pairwise";
 constexpr int BUCKETS = 200;
 constexpr int LANES = 10;
 constexpr float STEP = 0.4f;  // the height of a dot, and of a lane of bars
+constexpr int INFINITE_DF = 10000;
 
 // The error mean square within runs, with its degrees of freedom and the
 // count of observations behind an average. Only good observations enter:
@@ -102,7 +103,9 @@ bool Pairwise(Study& s, Statistics& st, PairwiseGroups* out) {
   g.groupEnd.assign(static_cast<std::size_t>(n), 0);
   auto at = [&](int row) { return g.sorted[static_cast<std::size_t>(row - 1)]; };
   auto end = [&](int row) -> int& { return g.groupEnd[static_cast<std::size_t>(row - 1)]; };
-  const std::int16_t df = static_cast<std::int16_t>(std::min(g.df, 32767));
+  // The t and Duncan tables end on a row of 10000 degrees of freedom that
+  // stands for infinity: an error with more reads it.
+  const std::int16_t df = static_cast<std::int16_t>(std::min(g.df, INFINITE_DF));
   const float alpha = s.PAIRWISE_fAlpha;
 
   if (s.PAIRWISE_iAlgorithm == 0) {

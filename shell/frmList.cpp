@@ -56,8 +56,10 @@ frmList::frmList(CheckList& list, QWidget* parent) : QDialog(parent), list_(list
   layout->addWidget(buttons);
   TranslateForm(this);
   if (list.caption != "Select...") setWindowTitle(Q(list.caption));
+  // As wide as the longest row, within a screen; as tall as the rows, within 600.
   int height = std::min(600, 120 + 28 * static_cast<int>(list.Rows().size()));
-  resize(std::max(360, sizeHint().width()), height);
+  int width = std::clamp(rows->sizeHint().width() + 60, 360, 1000);
+  resize(width, height);
 }
 
 void frmList::cmdOK_Click() {

@@ -142,6 +142,25 @@ TEST_F(PairwiseTest, AMissingObservationLeavesTheErrorTerm) {
   EXPECT_NEAR(groups.mse, sse / 19, 1e-4);
 }
 
+// 512 runs of 21: 10,240 degrees of freedom, past the tables' last row of
+// 10,000 that stands for infinity, which both tests then read.
+TEST_F(PairwiseTest, AnErrorOfMoreThanTenThousandDegreesOfFreedomReadsTheInfiniteRow) {
+  Study& s = StudyOf(3, 8);
+  ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
+  Ready(s, 21);
+  for (int run = 1; run <= s.iNumRuns; ++run)
+    for (int rep = 1; rep <= 21; ++rep) s.SetData(1, run, rep, static_cast<float>(run + (rep % 3)));
+  s.PAIRWISE_sRVkey = "v1";
+  for (int algorithm : {0, 1}) {
+    s.PAIRWISE_iAlgorithm = static_cast<std::int16_t>(algorithm);
+    gphStart();
+    ASSERT_TRUE(Run(s)) << algorithm;
+    EXPECT_EQ(groups.df, 512 * 20);
+    EXPECT_TRUE(ui->messages.empty());
+  }
+  EXPECT_NEAR(groups.ranges[2], 2.77f * groups.critical, 1e-4);  // q(0.95; 2, infinity) = 2.772
+}
+
 TEST_F(PairwiseTest, FarFromZeroTheGroupsAndTheDifferenceStay) {
   Study& s = SampleStudy("CottonTensile");
   s.PAIRWISE_iAlgorithm = 0;

@@ -15,7 +15,15 @@
 #include "data/Statistics.h"
 #include "designs/Builders.h"
 #include "designs/Design.h"
+#include "analyses/ANOMForm.h"
+#include "core/CheckList.h"
+#include "shell/frmANOM.h"
 #include "shell/frmANOVA.h"
+#include "shell/frmFXplot.h"
+#include "shell/frmList.h"
+#include "shell/frmMMP.h"
+#include "shell/frmPairwise.h"
+#include "shell/frmResponse.h"
 #include "shell/frmDesSel.h"
 #include "shell/frmFactor.h"
 #include "shell/frmFilter.h"
@@ -159,6 +167,47 @@ class tst_LongNames : public QObject {
     {
       frmQuick d;
       Look(d, "frmQuick");
+    }
+  }
+
+  // The dialogs of the charted analyses, with every chart chosen.
+  void theChartDialogs() {
+    Statistics stats;
+    Study& s = gProblem->Studies(1);
+    stats.Compute(s);
+    s.ANOM_sCharts = "1WX,1WR,f1,f2,f3";
+    s.FXPLOT_sF1Key = "f1";
+    s.FXPLOT_sF2Key = "f3";
+    s.FXPLOT_sFilter = "2;1,2;8";
+    s.RESPONSE_sF1Key = "f1";
+    s.RESPONSE_sF2Key = "f2";
+    s.RESPONSE_sF3Key = "f3";
+    {
+      frmANOM d(s, stats);
+      Look(d, "frmANOM");
+      QVERIFY(d.lblCharts->wordWrap());
+    }
+    {
+      frmPairwise d(s, stats);
+      Look(d, "frmPairwise");
+    }
+    {
+      frmFXplot d(s, stats);
+      Look(d, "frmFXplot");
+    }
+    {
+      frmMMP d(s, stats);
+      Look(d, "frmMMP");
+    }
+    {
+      frmResponse d(s, stats);
+      Look(d, "frmResponse");
+    }
+    {
+      ANOMForm form(s, stats);
+      CheckList list = form.ChartList();
+      frmList d(list);
+      Look(d, "frmList");
     }
     {
       frmWizard d;
