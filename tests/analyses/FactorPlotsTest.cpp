@@ -227,6 +227,42 @@ TEST_F(FactorPlotsTest, AResponsePlotOfStandardDeviationsWithOneReplicateIsEmpty
   EXPECT_TRUE(ui->messages.empty());
 }
 
+// Moved by 10,000 or scaled to 1e-6, every plotted mean is still the mean of
+// its observations to the printed digits.
+TEST_F(FactorPlotsTest, MeansHoldFarFromZeroAndAtTinyScales) {
+  for (auto [shift, scale] : {std::pair{10000.0, 1.0}, {0.0, 1e-6}}) {
+    Study& s = SampleStudy("ChemicalYield");
+    for (int run = 1; run <= s.iNumRuns; ++run)
+      for (int rep = 1; rep <= s.iReps; ++rep)
+        s.SetData(1, run, rep, static_cast<float>(s.GetData(1, run, rep) * scale + shift));
+    gphStart();
+    ASSERT_TRUE(SetupMMP(s, stats, "X"));
+    ASSERT_TRUE(SetupFXPlot(s, stats, "0;0"));
+    ASSERT_TRUE(SetupResponsePlot(s, stats));
+    auto expected = [&](const std::vector<std::pair<int, int>>& cells) {
+      double sum = 0, n = 0;
+      for (auto cell : cells)
+        for (float y : YIELD.at(cell)) {
+          sum += y * scale + shift;
+          n += 1;
+        }
+      return static_cast<float>(sum / n);
+    };
+    std::vector<float> mmp, fx, response;
+    for (const DataPoint& p : Charts()[0].DataPoints)
+      if (p.iDotType == 1) mmp.push_back(p.fY);
+    for (const DataPoint& p : Valued(Charts()[1])) fx.push_back(p.fY);
+    for (const DataPoint& p : Valued(Charts()[2])) response.push_back(p.fY);
+    ASSERT_EQ(mmp.size(), 4u);
+    ASSERT_EQ(fx.size(), 4u);
+    ASSERT_EQ(response.size(), 4u);
+    EXPECT_EQ(FormatSF(4, mmp[0]), FormatSF(4, expected({{1, 1}, {1, 2}}))) << shift << " " << scale;
+    EXPECT_EQ(FormatSF(4, mmp[3]), FormatSF(4, expected({{1, 2}, {2, 2}}))) << shift << " " << scale;
+    EXPECT_EQ(FormatSF(4, fx[0]), FormatSF(4, expected({{1, 1}}))) << shift << " " << scale;  // A 15, B 1
+    EXPECT_EQ(FormatSF(4, response[3]), FormatSF(4, expected({{2, 2}}))) << shift << " " << scale;
+  }
+}
+
 TEST_F(FactorPlotsTest, TheIPODiagramHasTheFactorsInAndTheResponsesOut) {
   Study& s = MakeStudy({AddFactor(3), AddFactor(2, FACTOR_NOISE), AddFactor(4)});
   SetupIPO(s);
