@@ -113,24 +113,18 @@ std::string ANOMForm::lblCharts() const {
   return text;
 }
 
-ANOMForm::Outcome ANOMForm::OK(std::string& message) {
+FormOutcome ANOMForm::OK(std::string& message) {
   message.clear();
-  if (rvIndex < 0 || rvIndex >= static_cast<int>(rvList.size())) {
-    message = GetText("ANOMerr3");
-    return Outcome::Refused;
-  }
-  float alpha = AlphaOf(cmbAlpha);
-  if (alpha == 0) {
-    message = GetText("ANOMerr4");
-    return Outcome::Refused;
-  }
+  float alpha = 0;
+  message = ResponseAndAlphaComplaint(rvIndex, rvList.size(), cmbAlpha, alpha);
+  if (!message.empty()) return FormOutcome::Refused;
   if (!IsTabledAlpha(alpha)) {  // the decision factors are tabled at three levels only
     message = GetText("ANOMerr5");
-    return Outcome::Refused;
+    return FormOutcome::Refused;
   }
   if (Trim(charts).empty()) {
     message = GetText("ANOMerr1");
-    return Outcome::Refused;
+    return FormOutcome::Refused;
   }
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   std::int16_t subgrouping = optSG == 1 ? static_cast<std::int16_t>(cmbSG + 1) : 0;
@@ -142,7 +136,7 @@ ANOMForm::Outcome ANOMForm::OK(std::string& message) {
   study_.ANOM_sCharts = charts;
   study_.ANOM_iSubgrouping = subgrouping;
   study_.ANOM_flags = flags;
-  return Outcome::Accepted;
+  return FormOutcome::Accepted;
 }
 
 }  // namespace kestrow

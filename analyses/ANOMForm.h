@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/CheckList.h"
+#include "analyses/FormParts.h"
 #include "data/FillRVList.h"
 
 namespace kestrow {
@@ -17,8 +18,6 @@ class Statistics;
 
 class ANOMForm {
  public:
-  enum class Outcome { Accepted, Refused };
-
   // stats must hold every response of the study (Compute).
   ANOMForm(Study& study, const Statistics& stats);
 
@@ -33,7 +32,7 @@ class ANOMForm {
   std::string lblCharts() const;
 
   // OK: Accepted (the settings are stored), or Refused with the message.
-  Outcome OK(std::string& message);
+  FormOutcome OK(std::string& message);
   // Whether anything was changed in the dialog.
   bool Edited() const;
 

@@ -27,36 +27,12 @@ std::string FXPlotForm::Snapshot() const {
 
 bool FXPlotForm::Edited() const { return Snapshot() != before_; }
 
-CheckList FXPlotForm::FactorList() const {
-  CheckList list;
-  list.Init();
-  for (int f = 1; f <= study_.Factors.Count(); ++f) {
-    std::string key = study_.GetFactorKey(f);
-    list.Add(study_.GetFactorName(f), key, false);
-  }
-  // Ticked in the order of choice: the first factor, then the second.
-  std::vector<int> order;
-  for (const std::string& key : {f1Key, f2Key})
-    for (std::size_t i = 0; i < list.Rows().size(); ++i)
-      if (!key.empty() && list.Rows()[i].key == key) order.push_back(static_cast<int>(i));
-  std::string unused;
-  list.Accept(order, unused);
-  list.check = [](const std::vector<bool>& ticks) {
-    int count = 0;
-    for (bool t : ticks) count += t ? 1 : 0;
-    if (count == 0) return GetText("ANOMerr1");
-    if (count > 2) return GetText("FXerr1");
-    return std::string();
-  };
-  return list;
-}
+CheckList FXPlotForm::FactorList() const { return FactorChoices(study_, {f1Key, f2Key}, 1, 2, "FXerr1"); }
 
 void FXPlotForm::TakeFactors(const CheckList& list) {
-  f1Key.clear();
-  f2Key.clear();
-  const std::vector<int>& order = list.OrderOfChoice();
-  if (!order.empty()) f1Key = list.Rows()[static_cast<std::size_t>(order[0])].key;
-  if (order.size() > 1) f2Key = list.Rows()[static_cast<std::size_t>(order[1])].key;
+  std::vector<std::string> keys = ChosenFactors(list);
+  f1Key = keys.size() > 0 ? keys[0] : std::string();
+  f2Key = keys.size() > 1 ? keys[1] : std::string();
 }
 
 bool FXPlotForm::cmdBrowse_Click() {
@@ -108,15 +84,13 @@ std::string FXPlotForm::lblFilter() const {
   return text;
 }
 
-FXPlotForm::Outcome FXPlotForm::OK(std::string& message) {
+FormOutcome FXPlotForm::OK(std::string& message) {
   message.clear();
-  if (rvIndex < 0 || rvIndex >= static_cast<int>(rvList.size())) {
-    message = GetText("ANOMerr3");
-    return Outcome::Refused;
-  }
+  message = ResponseComplaint(rvIndex, rvList.size());
+  if (!message.empty()) return FormOutcome::Refused;
   if (f1Key.empty()) {
     message = GetText("ANOMerr1");
-    return Outcome::Refused;
+    return FormOutcome::Refused;
   }
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   std::string filters = FiltersWithoutChosen();
@@ -126,7 +100,7 @@ FXPlotForm::Outcome FXPlotForm::OK(std::string& message) {
   study_.FXPLOT_sF1Key = f1Key;
   study_.FXPLOT_sF2Key = f2Key;
   study_.FXPLOT_sFilter = sFilter = filters;
-  return Outcome::Accepted;
+  return FormOutcome::Accepted;
 }
 
 }  // namespace kestrow

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/CheckList.h"
+#include "analyses/FormParts.h"
 #include "data/FillRVList.h"
 
 namespace kestrow {
@@ -16,8 +17,6 @@ class Statistics;
 
 class FXPlotForm {
  public:
-  enum class Outcome { Accepted, Refused };
-
   FXPlotForm(Study& study, const Statistics& stats);
 
   // The factor list, ticked as chosen, whose check asks for one or two.
@@ -36,7 +35,7 @@ class FXPlotForm {
   std::string lblFactors() const;
   std::string lblFilter() const;
 
-  Outcome OK(std::string& message);
+  FormOutcome OK(std::string& message);
   bool Edited() const;
 
   std::vector<RVListEntry> rvList;

@@ -22,12 +22,10 @@ std::string MMPForm::Snapshot() const {
 
 bool MMPForm::Edited() const { return Snapshot() != before_; }
 
-MMPForm::Outcome MMPForm::OK(std::string& message) {
+FormOutcome MMPForm::OK(std::string& message) {
   message.clear();
-  if (rvIndex < 0 || rvIndex >= static_cast<int>(rvList.size())) {
-    message = GetText("ANOMerr3");
-    return Outcome::Refused;
-  }
+  message = ResponseComplaint(rvIndex, rvList.size());
+  if (!message.empty()) return FormOutcome::Refused;
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   std::int16_t flags = static_cast<std::int16_t>((optWhat == 0 ? 1 : 0) | (chkReduce ? 8 : 0));
   bool sd = chkIncSD && incSDEnabled;
@@ -35,7 +33,7 @@ MMPForm::Outcome MMPForm::OK(std::string& message) {
   study_.MMP_sRVkey = key;
   study_.MMP_flags = flags;
   study_.MMP_bStdDevChart = sd;
-  return Outcome::Accepted;
+  return FormOutcome::Accepted;
 }
 
 }  // namespace kestrow

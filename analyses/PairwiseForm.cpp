@@ -26,28 +26,22 @@ bool PairwiseForm::Edited() const {
   return rvIndex != rvBefore_ || optAlgorithm != algorithmBefore_ || Trim(cmbAlpha) != alphaBefore_;
 }
 
-PairwiseForm::Outcome PairwiseForm::OK(std::string& message) {
+FormOutcome PairwiseForm::OK(std::string& message) {
   message.clear();
-  if (rvIndex < 0 || rvIndex >= static_cast<int>(rvList.size())) {
-    message = GetText("ANOMerr3");
-    return Outcome::Refused;
-  }
-  float alpha = AlphaOf(cmbAlpha);
-  if (alpha == 0) {
-    message = GetText("ANOMerr4");
-    return Outcome::Refused;
-  }
+  float alpha = 0;
+  message = ResponseAndAlphaComplaint(rvIndex, rvList.size(), cmbAlpha, alpha);
+  if (!message.empty()) return FormOutcome::Refused;
   // Duncan's ranges are tabled at 1 and 5 percent.
   if (optAlgorithm == 1 && alpha != 0.01f && alpha != 0.05f) {
     message = GetText("FXerr2");
-    return Outcome::Refused;
+    return FormOutcome::Refused;
   }
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   stored = key != study_.PAIRWISE_sRVkey || alpha != study_.PAIRWISE_fAlpha || optAlgorithm != study_.PAIRWISE_iAlgorithm;
   study_.PAIRWISE_sRVkey = key;
   study_.PAIRWISE_fAlpha = alpha;
   study_.PAIRWISE_iAlgorithm = static_cast<std::int16_t>(optAlgorithm);
-  return Outcome::Accepted;
+  return FormOutcome::Accepted;
 }
 
 }  // namespace kestrow

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/FormParts.h"
 #include "data/FillRVList.h"
 
 namespace kestrow {
@@ -15,10 +16,8 @@ class Statistics;
 
 class PairwiseForm {
  public:
-  enum class Outcome { Accepted, Refused };
-
   PairwiseForm(Study& study, const Statistics& stats);
-  Outcome OK(std::string& message);
+  FormOutcome OK(std::string& message);
   bool Edited() const;
 
   std::vector<RVListEntry> rvList;

@@ -42,30 +42,9 @@ void ResponseForm::SetOption(int value) {
   option = value >= 0 && value <= 2 && optionEnabled[value] ? value : 0;
 }
 
-CheckList ResponseForm::FactorList() const {
-  CheckList list;
-  list.Init();
-  for (int f = 1; f <= study_.Factors.Count(); ++f) list.Add(study_.GetFactorName(f), study_.GetFactorKey(f), false);
-  std::vector<int> order;
-  for (const std::string& key : factors)
-    for (std::size_t i = 0; i < list.Rows().size(); ++i)
-      if (list.Rows()[i].key == key) order.push_back(static_cast<int>(i));
-  std::string unused;
-  list.Accept(order, unused);
-  list.check = [](const std::vector<bool>& ticks) {
-    int count = 0;
-    for (bool t : ticks) count += t ? 1 : 0;
-    if (count == 0) return GetText("ANOMerr1");
-    if (count < 2 || count > 3) return GetText("RSPerr1");
-    return std::string();
-  };
-  return list;
-}
+CheckList ResponseForm::FactorList() const { return FactorChoices(study_, factors, 2, 3, "RSPerr1"); }
 
-void ResponseForm::TakeFactors(const CheckList& list) {
-  factors.clear();
-  for (int row : list.OrderOfChoice()) factors.push_back(list.Rows()[static_cast<std::size_t>(row)].key);
-}
+void ResponseForm::TakeFactors(const CheckList& list) { factors = ChosenFactors(list); }
 
 bool ResponseForm::cmdBrowse_Click() {
   CheckList list = FactorList();
@@ -85,11 +64,11 @@ std::string ResponseForm::lblFactors() const {
   return text;
 }
 
-ResponseForm::Outcome ResponseForm::OK(std::string& message) {
+FormOutcome ResponseForm::OK(std::string& message) {
   message.clear();
   if (rvIndex < 0 || factors.size() < 2) {
     message = GetText("ANOMerr1");
-    return Outcome::Refused;
+    return FormOutcome::Refused;
   }
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   std::string f1 = factors[0], f2 = factors[1], f3 = factors.size() > 2 ? factors[2] : std::string();
@@ -102,7 +81,7 @@ ResponseForm::Outcome ResponseForm::OK(std::string& message) {
   study_.RESPONSE_sF3Key = f3;
   study_.RESPONSE_iVariable = static_cast<std::int16_t>(option);
   study_.RESPONSE_iFlag = flag;
-  return Outcome::Accepted;
+  return FormOutcome::Accepted;
 }
 
 }  // namespace kestrow

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/CheckList.h"
+#include "analyses/FormParts.h"
 #include "data/FillRVList.h"
 
 namespace kestrow {
@@ -17,8 +18,6 @@ class Statistics;
 
 class ResponseForm {
  public:
-  enum class Outcome { Accepted, Refused };
-
   ResponseForm(Study& study, const Statistics& stats);
 
   // A response of rvList (from 0), or -1 for none; the options follow it.
@@ -34,7 +33,7 @@ class ResponseForm {
   void cmdCycle_Click();
   std::string lblFactors() const;
 
-  Outcome OK(std::string& message);
+  FormOutcome OK(std::string& message);
   bool Edited() const;
 
   std::vector<RVListEntry> rvList;

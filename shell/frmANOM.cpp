@@ -11,27 +11,21 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
-#include "shell/AnalysisDialogParts.h"
+#include "shell/AnalysisDialog.h"
 #include "shell/Buttons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
-frmANOM::frmANOM(Study& study, const Statistics& stats, QWidget* parent) : QDialog(parent), form_(study, stats) {
+frmANOM::frmANOM(Study& study, const Statistics& stats, QWidget* parent) : AnalysisDialog(study, stats, parent) {
   setObjectName("frmANOM");
   setWindowTitle(Q(GetText("ANOMcap")));
   auto* layout = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
-  cmbRV = ResponseBox(this, form_.rvList, form_.rvIndex);
-  cmbAlpha = AlphaBox(this, form_.alphaList, form_.cmbAlpha);
+  cmbRV = ResponseRow(fields, this, form_.rvList, form_.rvIndex);
+  cmbAlpha = AlphaRow(fields, this, form_.alphaList, form_.cmbAlpha);
   cmbAlpha->setToolTip(Q(GetText("ANOMtt1")));
-  auto* lblRV = new QLabel("Response variable:", this);
-  lblRV->setObjectName("lblRV");
-  auto* lblAlpha = new QLabel("Alpha:", this);
-  lblAlpha->setObjectName("lblAlpha");
-  fields->addRow(lblRV, cmbRV);
-  fields->addRow(lblAlpha, cmbAlpha);
   layout->addLayout(fields);
 
   auto* charts = new QHBoxLayout;
@@ -74,8 +68,8 @@ frmANOM::frmANOM(Study& study, const Statistics& stats, QWidget* parent) : QDial
   connect(cmdCharts, &QPushButton::clicked, this, [this] {
     if (form_.cmdCharts_Click()) lblCharts->setText(Q(form_.lblCharts()));
   });
-  connect(cmdOK, &QPushButton::clicked, this, &frmANOM::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmANOM::reject);
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
   resize(std::max(440, sizeHint().width()), sizeHint().height());
 }
@@ -87,22 +81,6 @@ void frmANOM::FromForm() {
   form_.cmbSG = std::max(0, cmbSG->currentIndex());
   form_.chkExclude = chkExclude->isChecked();
   form_.chk1in5 = chk1in5->isChecked();
-}
-
-void frmANOM::cmdOK_Click() {
-  FromForm();
-  std::string message;
-  if (form_.OK(message) == ANOMForm::Outcome::Refused) {
-    ErrorBox(message);
-    return;
-  }
-  accept();
-}
-
-void frmANOM::reject() {
-  FromForm();
-  if (!ConfirmCancel(form_.Edited())) return;
-  QDialog::reject();
 }
 
 }  // namespace kestrow

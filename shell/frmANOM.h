@@ -1,9 +1,8 @@
 // The analysis-of-means dialog. Its rules are those of ANOMForm.
 #pragma once
 
-#include <QDialog>
-
 #include "analyses/ANOMForm.h"
+#include "shell/AnalysisDialog.h"
 
 class QCheckBox;
 class QComboBox;
@@ -13,7 +12,7 @@ class QRadioButton;
 
 namespace kestrow {
 
-class frmANOM : public QDialog {
+class frmANOM : public AnalysisDialog<ANOMForm> {
   Q_OBJECT
 
  public:
@@ -25,15 +24,8 @@ class frmANOM : public QDialog {
   QRadioButton* optSG[2];
   QCheckBox *chkExclude, *chk1in5;
 
-  bool Stored() const { return form_.stored; }
-  void cmdOK_Click();
-
- protected:
-  void reject() override;
-
  private:
-  void FromForm();
-  ANOMForm form_;
+  void FromForm() override;
 };
 
 }  // namespace kestrow

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "core/Ui.h"
-#include "shell/AnalysisDialogParts.h"
+#include "shell/AnalysisDialog.h"
 #include "shell/Buttons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
@@ -17,15 +17,12 @@
 namespace kestrow {
 
 frmFXplot::frmFXplot(Study& study, const Statistics& stats, QWidget* parent)
-    : QDialog(parent), form_(study, stats), study_(study) {
+    : AnalysisDialog(study, stats, parent), study_(study) {
   setObjectName("frmFXplot");
   setWindowTitle("Effects Plot");
   auto* layout = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
-  cmbRV = ResponseBox(this, form_.rvList, form_.rvIndex);
-  auto* lblRV = new QLabel("Response variable:", this);
-  lblRV->setObjectName("lblRV");
-  fields->addRow(lblRV, cmbRV);
+  cmbRV = ResponseRow(fields, this, form_.rvList, form_.rvIndex);
   cmdBrowse = NamedButton(this, "cmdBrowse", "&Factors...");
   lblFactors = new QLabel(this);
   lblFactors->setObjectName("lblFactors");
@@ -48,8 +45,8 @@ frmFXplot::frmFXplot(Study& study, const Statistics& stats, QWidget* parent)
     ShowChoices();
   });
   connect(cmdFilter, &QPushButton::clicked, this, &frmFXplot::cmdFilter_Click);
-  connect(cmdOK, &QPushButton::clicked, this, &frmFXplot::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmFXplot::reject);
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
   ShowChoices();
   resize(std::max(420, sizeHint().width()), sizeHint().height());
@@ -61,28 +58,14 @@ void frmFXplot::ShowChoices() {
   cmdFlip->setEnabled(!form_.f2Key.empty());
 }
 
+void frmFXplot::FromForm() { form_.rvIndex = cmbRV->currentIndex(); }
+
 void frmFXplot::cmdFilter_Click() {
   frmFilter filter(study_, form_.sFilter, form_.ExcludeList(), this);
   filter.exec();
   if (!filter.Result()) return;
   form_.TakeFilters(filter.FilterList());
   ShowChoices();
-}
-
-void frmFXplot::cmdOK_Click() {
-  form_.rvIndex = cmbRV->currentIndex();
-  std::string message;
-  if (form_.OK(message) == FXPlotForm::Outcome::Refused) {
-    ErrorBox(message);
-    return;
-  }
-  accept();
-}
-
-void frmFXplot::reject() {
-  form_.rvIndex = cmbRV->currentIndex();
-  if (!ConfirmCancel(form_.Edited())) return;
-  QDialog::reject();
 }
 
 }  // namespace kestrow

@@ -1,9 +1,8 @@
 // The effects plot dialog. Its rules are those of FXPlotForm.
 #pragma once
 
-#include <QDialog>
-
 #include "analyses/FXPlotForm.h"
+#include "shell/AnalysisDialog.h"
 
 class QComboBox;
 class QLabel;
@@ -11,7 +10,7 @@ class QPushButton;
 
 namespace kestrow {
 
-class frmFXplot : public QDialog {
+class frmFXplot : public AnalysisDialog<FXPlotForm> {
   Q_OBJECT
 
  public:
@@ -21,16 +20,11 @@ class frmFXplot : public QDialog {
   QPushButton *cmdBrowse, *cmdFlip, *cmdFilter, *cmdOK, *cmdCancel;
   QLabel *lblFactors, *lblFilter;
 
-  bool Stored() const { return form_.stored; }
-  void cmdOK_Click();
   void cmdFilter_Click();
 
- protected:
-  void reject() override;
-
  private:
+  void FromForm() override;
   void ShowChoices();
-  FXPlotForm form_;
   const Study& study_;
 };
 

@@ -10,21 +10,18 @@
 #include <QVBoxLayout>
 
 #include "core/Ui.h"
-#include "shell/AnalysisDialogParts.h"
+#include "shell/AnalysisDialog.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
-frmMMP::frmMMP(Study& study, const Statistics& stats, QWidget* parent) : QDialog(parent), form_(study, stats) {
+frmMMP::frmMMP(Study& study, const Statistics& stats, QWidget* parent) : AnalysisDialog(study, stats, parent) {
   setObjectName("frmMMP");
   setWindowTitle("Marginal Means Plot");
   auto* layout = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
-  cmbRV = ResponseBox(this, form_.rvList, form_.rvIndex);
-  auto* lblRV = new QLabel("Response variable:", this);
-  lblRV->setObjectName("lblRV");
-  fields->addRow(lblRV, cmbRV);
+  cmbRV = ResponseRow(fields, this, form_.rvList, form_.rvIndex);
   layout->addLayout(fields);
   const char* captions[2] = {" Show main effects", " Show contrasts only"};
   for (int i = 0; i < 2; ++i) {
@@ -43,8 +40,8 @@ frmMMP::frmMMP(Study& study, const Statistics& stats, QWidget* parent) : QDialog
   layout->addWidget(chkReduce);
   layout->addWidget(chkIncSD);
   layout->addWidget(OkCancel(this, cmdOK, cmdCancel));
-  connect(cmdOK, &QPushButton::clicked, this, &frmMMP::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmMMP::reject);
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
   resize(std::max(380, sizeHint().width()), sizeHint().height());
 }
@@ -54,22 +51,6 @@ void frmMMP::FromForm() {
   form_.optWhat = optWhat[1]->isChecked() ? 1 : 0;
   form_.chkReduce = chkReduce->isChecked();
   form_.chkIncSD = chkIncSD->isChecked();
-}
-
-void frmMMP::cmdOK_Click() {
-  FromForm();
-  std::string message;
-  if (form_.OK(message) == MMPForm::Outcome::Refused) {
-    ErrorBox(message);
-    return;
-  }
-  accept();
-}
-
-void frmMMP::reject() {
-  FromForm();
-  if (!ConfirmCancel(form_.Edited())) return;
-  QDialog::reject();
 }
 
 }  // namespace kestrow

@@ -1,9 +1,8 @@
 // The marginal means dialog. Its rules are those of MMPForm.
 #pragma once
 
-#include <QDialog>
-
 #include "analyses/MMPForm.h"
+#include "shell/AnalysisDialog.h"
 
 class QCheckBox;
 class QComboBox;
@@ -12,7 +11,7 @@ class QRadioButton;
 
 namespace kestrow {
 
-class frmMMP : public QDialog {
+class frmMMP : public AnalysisDialog<MMPForm> {
   Q_OBJECT
 
  public:
@@ -23,15 +22,8 @@ class frmMMP : public QDialog {
   QCheckBox *chkReduce, *chkIncSD;
   QPushButton *cmdOK, *cmdCancel;
 
-  bool Stored() const { return form_.stored; }
-  void cmdOK_Click();
-
- protected:
-  void reject() override;
-
  private:
-  void FromForm();
-  MMPForm form_;
+  void FromForm() override;
 };
 
 }  // namespace kestrow

@@ -10,26 +10,20 @@
 
 #include "core/Language.h"
 #include "core/Ui.h"
-#include "shell/AnalysisDialogParts.h"
+#include "shell/AnalysisDialog.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 
 namespace kestrow {
 
 frmPairwise::frmPairwise(Study& study, const Statistics& stats, QWidget* parent)
-    : QDialog(parent), form_(study, stats) {
+    : AnalysisDialog(study, stats, parent) {
   setObjectName("frmPairwise");
   setWindowTitle(Q(GetText("PWCcap")));
   auto* layout = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
-  cmbRV = ResponseBox(this, form_.rvList, form_.rvIndex);
-  cmbAlpha = AlphaBox(this, form_.alphaList, form_.cmbAlpha);
-  auto* lblRV = new QLabel("Response variable:", this);
-  lblRV->setObjectName("lblRV");
-  auto* lblAlpha = new QLabel("Alpha:", this);
-  lblAlpha->setObjectName("lblAlpha");
-  fields->addRow(lblRV, cmbRV);
-  fields->addRow(lblAlpha, cmbAlpha);
+  cmbRV = ResponseRow(fields, this, form_.rvList, form_.rvIndex);
+  cmbAlpha = AlphaRow(fields, this, form_.alphaList, form_.cmbAlpha);
   layout->addLayout(fields);
   const char* captions[2] = {" Least Significant Difference", " Duncan's multiple range test"};
   for (int i = 0; i < 2; ++i) {
@@ -39,8 +33,8 @@ frmPairwise::frmPairwise(Study& study, const Statistics& stats, QWidget* parent)
   }
   optAlgorithm[form_.optAlgorithm]->setChecked(true);
   layout->addWidget(OkCancel(this, cmdOK, cmdCancel));
-  connect(cmdOK, &QPushButton::clicked, this, &frmPairwise::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmPairwise::reject);
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
   resize(std::max(380, sizeHint().width()), sizeHint().height());
 }
@@ -49,22 +43,6 @@ void frmPairwise::FromForm() {
   form_.rvIndex = cmbRV->currentIndex();
   form_.cmbAlpha = cmbAlpha->currentText().toStdString();
   form_.optAlgorithm = optAlgorithm[1]->isChecked() ? 1 : 0;
-}
-
-void frmPairwise::cmdOK_Click() {
-  FromForm();
-  std::string message;
-  if (form_.OK(message) == PairwiseForm::Outcome::Refused) {
-    ErrorBox(message);
-    return;
-  }
-  accept();
-}
-
-void frmPairwise::reject() {
-  FromForm();
-  if (!ConfirmCancel(form_.Edited())) return;
-  QDialog::reject();
 }
 
 }  // namespace kestrow

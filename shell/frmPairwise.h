@@ -1,9 +1,8 @@
 // The pairwise comparison dialog. Its rules are those of PairwiseForm.
 #pragma once
 
-#include <QDialog>
-
 #include "analyses/PairwiseForm.h"
+#include "shell/AnalysisDialog.h"
 
 class QComboBox;
 class QPushButton;
@@ -11,7 +10,7 @@ class QRadioButton;
 
 namespace kestrow {
 
-class frmPairwise : public QDialog {
+class frmPairwise : public AnalysisDialog<PairwiseForm> {
   Q_OBJECT
 
  public:
@@ -21,15 +20,8 @@ class frmPairwise : public QDialog {
   QRadioButton* optAlgorithm[2];
   QPushButton *cmdOK, *cmdCancel;
 
-  bool Stored() const { return form_.stored; }
-  void cmdOK_Click();
-
- protected:
-  void reject() override;
-
  private:
-  void FromForm();
-  PairwiseForm form_;
+  void FromForm() override;
 };
 
 }  // namespace kestrow

@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 #include "core/Ui.h"
-#include "shell/AnalysisDialogParts.h"
+#include "shell/AnalysisDialog.h"
 #include "shell/Buttons.h"
 #include "shell/QtText.h"
 #include "shell/Translate.h"
@@ -19,15 +19,12 @@
 namespace kestrow {
 
 frmResponse::frmResponse(Study& study, const Statistics& stats, QWidget* parent)
-    : QDialog(parent), form_(study, stats) {
+    : AnalysisDialog(study, stats, parent) {
   setObjectName("frmResponse");
   setWindowTitle("Response Plot");
   auto* layout = new QVBoxLayout(this);
   auto* fields = new QFormLayout;
-  cmbRV = ResponseBox(this, form_.rvList, form_.rvIndex);
-  auto* lblRV = new QLabel("Response variable:", this);
-  lblRV->setObjectName("lblRV");
-  fields->addRow(lblRV, cmbRV);
+  cmbRV = ResponseRow(fields, this, form_.rvList, form_.rvIndex);
   layout->addLayout(fields);
   const char* captions[3] = {" Response averages (y-bar)", " Standard deviation (s)", " Mean-square deviation (MSD)"};
   for (int i = 0; i < 3; ++i) {
@@ -64,8 +61,8 @@ frmResponse::frmResponse(Study& study, const Statistics& stats, QWidget* parent)
     form_.cmdCycle_Click();
     ToForm();
   });
-  connect(cmdOK, &QPushButton::clicked, this, &frmResponse::cmdOK_Click);
-  connect(cmdCancel, &QPushButton::clicked, this, &frmResponse::reject);
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
   ToForm();
   resize(std::max(420, sizeHint().width()), sizeHint().height());
@@ -83,22 +80,6 @@ void frmResponse::ToForm() {
 
 void frmResponse::FromForm() {
   form_.chkAngled = chkAngled->isChecked();
-}
-
-void frmResponse::cmdOK_Click() {
-  FromForm();
-  std::string message;
-  if (form_.OK(message) == ResponseForm::Outcome::Refused) {
-    ErrorBox(message);
-    return;
-  }
-  accept();
-}
-
-void frmResponse::reject() {
-  FromForm();
-  if (!ConfirmCancel(form_.Edited())) return;
-  QDialog::reject();
 }
 
 }  // namespace kestrow

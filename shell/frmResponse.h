@@ -1,9 +1,8 @@
 // The response plot dialog. Its rules are those of ResponseForm.
 #pragma once
 
-#include <QDialog>
-
 #include "analyses/ResponseForm.h"
+#include "shell/AnalysisDialog.h"
 
 class QCheckBox;
 class QComboBox;
@@ -13,7 +12,7 @@ class QRadioButton;
 
 namespace kestrow {
 
-class frmResponse : public QDialog {
+class frmResponse : public AnalysisDialog<ResponseForm> {
   Q_OBJECT
 
  public:
@@ -25,16 +24,9 @@ class frmResponse : public QDialog {
   QPushButton *cmdBrowse, *cmdCycle, *cmdOK, *cmdCancel;
   QLabel* lblFactors;
 
-  bool Stored() const { return form_.stored; }
-  void cmdOK_Click();
-
- protected:
-  void reject() override;
-
  private:
   void ToForm();
-  void FromForm();
-  ResponseForm form_;
+  void FromForm() override;
 };
 
 }  // namespace kestrow

@@ -55,7 +55,7 @@ TEST_F(ChartFormsTest, AnalysisOfMeans) {
 
   std::string message;
   form.rvIndex = -1;
-  EXPECT_EQ(form.OK(message), ANOMForm::Outcome::Refused);
+  EXPECT_EQ(form.OK(message), FormOutcome::Refused);
   EXPECT_EQ(message, GetText("ANOMerr3"));
   form.rvIndex = 0;
   form.cmbAlpha = "";
@@ -72,7 +72,7 @@ TEST_F(ChartFormsTest, AnalysisOfMeans) {
   form.optSG = 1;
   form.cmbSG = 1;
   form.chkExclude = true;
-  ASSERT_EQ(form.OK(message), ANOMForm::Outcome::Accepted);
+  ASSERT_EQ(form.OK(message), FormOutcome::Accepted);
   EXPECT_TRUE(form.stored);
   EXPECT_EQ(s.ANOM_fAlpha, 0.1f);
   EXPECT_EQ(s.ANOM_sCharts, "f1");
@@ -117,10 +117,10 @@ TEST_F(ChartFormsTest, PairwiseDuncanNeedsAlphaOfOneOrFivePercent) {
   std::string message;
   form.optAlgorithm = 1;
   form.cmbAlpha = "0.10";
-  EXPECT_EQ(form.OK(message), PairwiseForm::Outcome::Refused);
+  EXPECT_EQ(form.OK(message), FormOutcome::Refused);
   EXPECT_EQ(message, GetText("FXerr2"));
   form.optAlgorithm = 0;
-  ASSERT_EQ(form.OK(message), PairwiseForm::Outcome::Accepted);
+  ASSERT_EQ(form.OK(message), FormOutcome::Accepted);
   EXPECT_EQ(s.PAIRWISE_fAlpha, 0.1f);
   form.cmbAlpha = "x";
   form.OK(message);
@@ -151,7 +151,7 @@ TEST_F(ChartFormsTest, EffectsPlotFactorsAndFilters) {
   form.TakeFilters("2;1,1;2");
   EXPECT_EQ(form.lblFilter(), "Catalyst = 1");  // the filter on the chosen factor is gone
   std::string message;
-  ASSERT_EQ(form.OK(message), FXPlotForm::Outcome::Accepted);
+  ASSERT_EQ(form.OK(message), FormOutcome::Accepted);
   EXPECT_EQ(s.FXPLOT_sFilter, "2;1");
   EXPECT_EQ(s.FXPLOT_sF2Key, "");
 }
@@ -165,7 +165,7 @@ TEST_F(ChartFormsTest, MarginalMeansStoreTheirFlags) {
   form.chkReduce = true;
   form.chkIncSD = false;
   std::string message;
-  ASSERT_EQ(form.OK(message), MMPForm::Outcome::Accepted);
+  ASSERT_EQ(form.OK(message), FormOutcome::Accepted);
   EXPECT_EQ(s.MMP_flags, 8);
   EXPECT_FALSE(s.MMP_bStdDevChart);
   MMPForm again(s, stats);
@@ -197,7 +197,7 @@ TEST_F(ChartFormsTest, ResponsePlotFactorsCycleAndTheOptionsFollowTheResponse) {
   EXPECT_FALSE(f3.cmdBrowse_Click());
   EXPECT_EQ(ui->messages.back().text, GetText("RSPerr1"));
   std::string message;
-  ASSERT_EQ(f3.OK(message), ResponseForm::Outcome::Accepted);
+  ASSERT_EQ(f3.OK(message), FormOutcome::Accepted);
   EXPECT_EQ(three.RESPONSE_sF1Key, three.GetFactorKey(2));
   EXPECT_EQ(three.RESPONSE_sF3Key, three.GetFactorKey(1));
 }
