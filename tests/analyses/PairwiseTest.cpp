@@ -108,6 +108,17 @@ TEST_F(PairwiseTest, EqualAveragesAreSaidAndNoTableIsRead) {
   EXPECT_NE(ui->messages[0].text.find("[Pairwise]"), std::string::npos);
 }
 
+// With no error at all the difference is 0: two equal averages lie exactly
+// at it and are one group, "at most" being inclusive; any other pair differs.
+TEST_F(PairwiseTest, APairExactlyAtTheDifferenceIsOneGroup) {
+  Study& s = TwoLevel(2, 2);
+  Fill(s, {{5, 5}, {5, 5}, {7, 7}, {9, 9}});
+  s.PAIRWISE_sRVkey = "v1";
+  ASSERT_TRUE(Run(s));
+  EXPECT_EQ(groups.critical, 0);
+  EXPECT_EQ(groups.groupEnd, (std::vector<int>{2, 0, 0, 0}));
+}
+
 // Groups that overlap take lanes of their own, each under the one before.
 TEST_F(PairwiseTest, OverlappingGroupsTakeLanesBelowTheDots) {
   Study& s = TwoLevel(2, 2);
