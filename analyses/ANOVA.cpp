@@ -110,22 +110,13 @@ int AnovaReport::Line(const std::string& text, bool coloured) {
 int AnovaReport::Section(const std::string& tag) { return Line(GetText(tag), true); }
 
 bool AnovaReport::RunFigure(int run, float& y, float& w) const {
-  w = 1;
-  switch (variable_) {
-    case 0:
-      y = st_.SampAvgRV(run);
-      w = st_.ObsGoodPerRunRV(run);
-      break;
-    case 1:
-      y = st_.SampSigRV(run);
-      break;
-    case 2:
-      y = RunMSD(s_, st_, run, target_);
-      break;
-    default:  // a variable with a title only: no figure and no weight
-      y = 0;
-      w = 0;
+  if (variable_ < 0 || variable_ > 2) {  // a variable with a title only: no figure and no weight
+    y = 0;
+    w = 0;
+    return true;
   }
+  y = RunVariable(s_, st_, run, variable_, target_);
+  w = variable_ == 0 ? st_.ObsGoodPerRunRV(run) : 1;
   return y > MISSING_VALUE;
 }
 

@@ -23,6 +23,15 @@ float RunMSD(const Study& study, const Statistics& stats, int run, float target)
   return d * d + sig * sig;
 }
 
+float RunVariable(const Study& study, const Statistics& stats, int run, int variable, float target) {
+  switch (variable) {
+    case 0: return stats.SampAvgRV(run);
+    case 1: return stats.SampSigRV(run);
+    case 2: return RunMSD(study, stats, run, target);
+    default: return MISSING_VALUE;
+  }
+}
+
 std::int16_t SeriesDotType(int k) { return static_cast<std::int16_t>(k < 1 ? 1 : (k - 1) % 8 + 1); }
 
 }  // namespace kestrow

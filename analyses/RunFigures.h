@@ -18,6 +18,11 @@ class Statistics;
 // replicated studies.
 float RunMSD(const Study& study, const Statistics& stats, int run, float target);
 
+// A run's figure for an analysis of the variable chosen with the ANOVA: 0 the
+// average, 1 the standard deviation, 2 the mean-square deviation from the
+// target; MISSING_VALUE when the run has none.
+float RunVariable(const Study& study, const Statistics& stats, int run, int variable, float target);
+
 // The marker of the k-th series of a chart (from 1): the eight shapes in
 // turn, filled then hollow.
 std::int16_t SeriesDotType(int k);

@@ -53,6 +53,9 @@ void ChartPainter::DrawProbability() {
     if (p->fY == MISSING_VALUE || !std::isfinite(p->fY) || !std::isfinite(p->fX)) continue;
     int x = c_.XToPixel(p->fX), y = ProbitToPixel(p->fY);
     Marker(x, y, p->iDotType);
+    // A contrast's name beside its point.
+    if ((p->idf & 2) && !p->sId2.empty())
+      TextAt(x + c_.WidthPercent(1), y + fontHeight_ / 3, p->sId2, 0, gSettings.ChartAxisText);
     p->iWhereX = static_cast<std::int16_t>(x);
     p->iWhereY = static_cast<std::int16_t>(y);
   }

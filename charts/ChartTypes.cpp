@@ -126,7 +126,7 @@ void ChartPainter::DrawScree() {
   CategoricalX();
   DrawFittedYAxis(true);
   DrawXAxis();
-  DrawPoints(-1);
+  DrawPoints(0);  // each contrast named beside its point
   Note(c_.sText1);
 }
 
@@ -154,7 +154,9 @@ void ChartPainter::DrawPareto() {
     // The text in the bar under its top, or over a bar too low to hold it.
     int top = std::min(y0, y1);
     bool room = std::abs(y0 - y1) > fontHeight_ + 4;
-    TextAt((x1 + x2) / 2, room ? top + 2 : top - 2, p.sId, room ? 3 : 4, gSettings.ChartAxisText);
+    // The short name where there is one (a contrast's letter), else the text.
+    const std::string& name = p.sId2.empty() ? p.sId : p.sId2;
+    TextAt((x1 + x2) / 2, room ? top + 2 : top - 2, name, room ? 3 : 4, gSettings.ChartAxisText);
     p.iWhereX = static_cast<std::int16_t>((x1 + x2) / 2);
     p.iWhereY = static_cast<std::int16_t>(std::min(y0, y1));
   }
@@ -286,6 +288,8 @@ void ChartPainter::DrawRunChart() {
   }
   int x = c_.PlotLeft, y = c_.YPercent(NOTE_LINE);
   int r = std::max(1, c_.WidthPercent(1) / 2);
+  // The scale's name at the right end of the legend's line.
+  TextAt(c_.PlotRight, y, c_.sText1, 1, gSettings.ChartTitles);
   for (const DataPoint* p : legend) {
     Marker(x + r, y - fontHeight_ / 3, p->iDotType);
     std::string text = "= " + p->sId;

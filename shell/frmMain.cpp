@@ -120,6 +120,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), dataGrid_(grid_) {
   connect(sstv1, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
     NodeRef ref = ParseNodeKey(item->data(0, Qt::UserRole).toString().toStdString());
     if (ref.kind == 'z' && IsAnalysisBuilt(ref.number) && gStudy) ShowEditAnalysis(2);
+    if (ref.kind == 'e' && ref.number == 3 && gStudy) ShowEditMultiChart(true);
   });
   connect(sstv1, &QTreeWidget::customContextMenuRequested, this, &frmMain::ContextMenu);
   connect(sstv1, &QTreeWidget::itemExpanded, this, &frmMain::TreeExpanded);
@@ -489,6 +490,7 @@ void frmMain::NodeClick(const std::string& key) {
         ShowChartPage("IPO");
       }
       if (ref.number == 2) ShowStats(*gProblem, gStudy);
+      if (ref.number == 3) ShowEditMultiChart(false);
       if (ref.number == 4) ShowWorksheet(*gProblem, gStudy);
       break;
     default:

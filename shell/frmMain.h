@@ -113,6 +113,9 @@ class frmMain : public QMainWindow {
   // dialog first when it has no settings yet; any other mode opens the dialog
   // first.
   void ShowEditAnalysis(int mode);
+  // The study's multi-chart; its dialog first when asked or when it holds no
+  // charts yet.
+  void ShowEditMultiChart(bool edit);
   // Appends what the pane shows to the print log.
   void ToolsAddLog();
   void mnuEditCopy_Click();

@@ -11,15 +11,18 @@
 #include "data/Statistics.h"
 #include "shell/ChartPane.h"
 #include "shell/GridModel.h"
+#include "shell/ChartChoiceDialogs.h"
 #include "shell/frmANOM.h"
 #include "shell/frmANOVA.h"
 #include "shell/frmFXplot.h"
+#include "shell/frmMChart.h"
 #include "shell/frmMMP.h"
 #include "shell/frmPairwise.h"
 #include "shell/frmResponse.h"
 #include "shell/frmMain.h"
 #include "shell/frmNonLin.h"
 #include "workbench/Availability.h"
+#include "workbench/MultiChart.h"
 #include "workbench/ChartLog.h"
 #include "workbench/PrintLog.h"
 #include "workbench/ProblemTree.h"
@@ -43,6 +46,9 @@ bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
   switch (code) {
     case ANALYSIS_ANOM: return Run<frmANOM>(study, parent, changed);
     case ANALYSIS_ANOVA: return Run<frmANOVA>(study, parent, changed);
+    case ANALYSIS_RESIDUALS: return Run<frmResiduals>(study, parent, changed);
+    case ANALYSIS_SCREE: return Run<frmScree>(study, parent, changed);
+    case ANALYSIS_RUNCHART: return Run<frmRunChart>(study, parent, changed);
     case ANALYSIS_FXPLOT: return Run<frmFXplot>(study, parent, changed);
     case ANALYSIS_RESPLOT: return Run<frmResponse>(study, parent, changed);
     case ANALYSIS_MMEANS: return Run<frmMMP>(study, parent, changed);
@@ -82,6 +88,20 @@ void frmMain::ShowEditAnalysis(int mode) {
   pane_->setCurrentWidget(grdMain);
   paneName_ = AnalysisPaneName(code);
   UpdateMenus();
+}
+
+void frmMain::ShowEditMultiChart(bool edit) {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  gStats.Compute(*gStudy);
+  if (edit || gStudy->sMultiChart.empty()) {
+    bool changed = true;
+    if (!Run<frmMChart>(*gStudy, this, changed)) return;
+    if (changed) gProblem->bChanged = true;
+  }
+  ClearPane();
+  ShowMultiChart(*gStudy, gStats);  // the charts made before a failure stay on show
+  ShowChartPage("MultiChart");
 }
 
 void frmMain::mnuStudyNonlin_Click() {

@@ -9,6 +9,9 @@
 #include "analyses/MarginalMeans.h"
 #include "analyses/Pairwise.h"
 #include "analyses/ResponsePlot.h"
+#include "analyses/Residuals.h"
+#include "analyses/RunChart.h"
+#include "analyses/ScreePlot.h"
 #include "charts/ChartPage.h"
 #include "charts/Chart.h"
 #include "core/Study.h"
@@ -21,6 +24,9 @@ bool IsAnalysisBuilt(int code) {
   switch (code) {
     case ANALYSIS_ANOM:
     case ANALYSIS_ANOVA:
+    case ANALYSIS_RESIDUALS:
+    case ANALYSIS_SCREE:
+    case ANALYSIS_RUNCHART:
     case ANALYSIS_FXPLOT:
     case ANALYSIS_RESPLOT:
     case ANALYSIS_MMEANS:
@@ -77,7 +83,7 @@ std::string RunLevelsText(const Study& study, int run) {
   return text;
 }
 
-bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid) {
+bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid, const std::string& detail) {
   if (IsChartAnalysis(code)) {
     // The texts are taken now: the study may change or go while its charts
     // are still on show.
@@ -88,13 +94,17 @@ bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid) {
                                                                  : std::string();
     };
   }
+  auto list = [&](const std::string& stored) { return detail.empty() ? stored : detail; };
   switch (code) {
-    case ANALYSIS_ANOM: return SetupANOM(study, stats, study.ANOM_sCharts);
+    case ANALYSIS_ANOM: return SetupANOM(study, stats, list(study.ANOM_sCharts));
     case ANALYSIS_ANOVA: return DrawANOVA(study, stats, grid);
-    case ANALYSIS_FXPLOT: return SetupFXPlot(study, stats, study.FXPLOT_sFilter);
+    case ANALYSIS_RESIDUALS: return SetupResiduals1l(study, stats, list(study.RESIDUAL_sCharts));
+    case ANALYSIS_FXPLOT: return SetupFXPlot(study, stats, list(study.FXPLOT_sFilter));
     case ANALYSIS_RESPLOT: return SetupResponsePlot(study, stats);
-    case ANALYSIS_MMEANS: return SetupMMP(study, stats, MMPChartList(study));
+    case ANALYSIS_MMEANS: return SetupMMP(study, stats, list(MMPChartList(study)));
     case ANALYSIS_PAIRWISE: return Pairwise(study, stats);
+    case ANALYSIS_SCREE: return SetupScreePlot(study, stats, list(study.ANOVA_sCharts));
+    case ANALYSIS_RUNCHART: return SetupRunChart(study, stats, list(RunChartList(study)));
     default: return false;
   }
 }

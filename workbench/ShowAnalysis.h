@@ -22,7 +22,9 @@ bool IsChartAnalysis(int code);
 // name the study's levels of a run. The statistics are refilled as the
 // analysis needs. False when drawing stopped on a message, which has been
 // shown.
-bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid);
+// A detail (a chart token, or a filter of an effects plot) draws that chart
+// alone instead of the stored list.
+bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid, const std::string& detail = "");
 
 // The study's input-process-output diagram, alone on the chart page.
 void DrawIPOReport(const Study& study);

@@ -13,6 +13,7 @@
 #include "data/Statistics.h"
 #include "workbench/StatBench.h"
 #include "workbench/Availability.h"
+#include "workbench/MultiChart.h"
 #include "workbench/ShowAnalysis.h"
 
 namespace kestrow::cli {
@@ -36,13 +37,19 @@ int Analyse(const Words& words) {
     const std::string report = a.Option("--report");
     if (report != "ipo" && report != "multichart") return Usage("--report takes ipo or multichart");
     if (a.Flag("--tsv")) return Usage("the reports draw charts; --tsv is for grids");
-    if (report != "ipo") return Failed("the report " + report + " cannot be shown by this version");
     if (!OpenProgramFiles()) return FAILED;
     auto problem = LoadProblem(a.positional[0]);
     if (!problem) return FAILED;
     Study* s = FindStudy(*problem, a);
     if (!s) return FAILED;
-    DrawIPOReport(*s);
+    if (report == "ipo") {
+      DrawIPOReport(*s);
+    } else {
+      if (s->sMultiChart.empty())
+        return Failed("the multi-chart of study " + s->sKey + " holds no charts yet; choose them in the workbench first");
+      Statistics stats;
+      if (!ShowMultiChart(*s, stats)) return FAILED;
+    }
     return PrintChartList(gPage, a.Has("--image") ? a.Option("--image") : std::string(), width, height);
   }
   int code = 0;

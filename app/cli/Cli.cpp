@@ -22,7 +22,7 @@ const char* USAGE_TEXT =
     "  design FILE.KSW --study KEY --row N [-o OUT.KSW]\n"
     "                                build the design of row N (from 1) for the study, make its\n"
     "                                data array and run order, and save (over FILE without -o)\n"
-    "  analyse FILE.KSW --study KEY (--code N | --report ipo) [--tsv] [--image OUT.ext] [--size WxH]\n"
+    "  analyse FILE.KSW --study KEY (--code N | --report ipo|multichart) [--tsv] [--image OUT.ext] [--size WxH]\n"
     "                                show analysis N of the study with its stored settings: the\n"
     "                                grid as JSON (rows, back and fore colours), or as tab-separated rows;\n"
     "                                a chart analysis or report prints its chart list and draws it with --image\n"

@@ -103,6 +103,11 @@ TEST_F(AnalyseCliTest, ChartAnalysesPrintTheirChartListAndDrawIt) {
                         Case{"--code 5", {CHT_RESPONSE2}},
                         Case{"--code 6", {CHT_MMP, CHT_MMP}},
                         Case{"--code 8", {CHT_PAIRWISE}},
+                        Case{"--code 15", {CHT_RUN}},
+                        Case{"--code 3", {CHT_RES_NPP, CHT_RES_RUN, CHT_RES_FITTED}},
+                        Case{"--code 13", {CHT_NPP, CHT_PARETO}},
+                        Case{"--report multichart",
+                             {CHT_ANOM, CHT_ANOM, CHT_INTERACTION, CHT_MMP, CHT_RES_NPP, CHT_RES_FITTED}},
                         Case{"--report ipo", {CHT_IPO}}}) {
     std::string image = dir / "chart.png";
     std::remove(image.c_str());
@@ -127,11 +132,11 @@ TEST_F(AnalyseCliTest, ChartAnalysesPrintTheirChartListAndDrawIt) {
   ASSERT_TRUE(ChartsFromJson(r.out, page, error)) << error;
   EXPECT_EQ(FormatNumSF(page.Charts[0].LowLimit), "26.15");
   for (auto [options, code, says] : std::vector<std::tuple<std::string, int, std::string>>{
-           {"--report multichart", 1, "cannot be shown by this version"},
+           {"--report multichart", 1, "holds no charts yet"},
            {"--report worksheet", 2, "--report takes ipo or multichart"},
            {"--code 1 --report ipo", 2, "either --code N or --report"},
            {"--report ipo --tsv", 2, "--tsv is for grids"}}) {
-    test::CliResult bad = test::RunCli(dir, "analyse " + Sampdata("ChemicalYield") + " --study s1 " + options);
+    test::CliResult bad = test::RunCli(dir, "analyse " + Sampdata("CottonTensile") + " --study s1 " + options);
     EXPECT_EQ(bad.code, code) << options;
     EXPECT_NE(bad.err.find(says), std::string::npos) << options << ": " << bad.err;
   }
