@@ -98,18 +98,19 @@ void Chart::SetScaling() {
 }
 
 void Chart::RankForNPP() {
-  int n = static_cast<int>(DataPoints.size());
-  for (int r = 1; r <= n; ++r) {
-    // The first of equal values wins. The search starts above every float,
-    // so that values of 1e9 and beyond are ranked too.
-    DataPoint* lowest = nullptr;
-    for (DataPoint& p : DataPoints)
-      if (p.fY == MISSING_VALUE && !std::isnan(p.fX) && (!lowest || p.fX < lowest->fX)) {
-        lowest = &p;
-      }
-    if (!lowest) break;
-    lowest->iSeqPtr = static_cast<std::int16_t>(r);
-    lowest->fY = static_cast<float>((r - 0.5) / n);
+  // The points still without a position, by rising value, the first of
+  // equal values first (a stable sort: the same ranks as picking the least
+  // again and again, in n log n). A point with no number is left unranked.
+  const int n = static_cast<int>(DataPoints.size());
+  std::vector<DataPoint*> order;
+  for (DataPoint& p : DataPoints)
+    if (p.fY == MISSING_VALUE && !std::isnan(p.fX)) order.push_back(&p);
+  std::stable_sort(order.begin(), order.end(), [](const DataPoint* a, const DataPoint* b) { return a->fX < b->fX; });
+  int r = 0;
+  for (DataPoint* p : order) {
+    ++r;
+    p->iSeqPtr = static_cast<std::int16_t>(std::min(r, 32767));
+    p->fY = static_cast<float>((r - 0.5) / n);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "shell/QtText.h"
 #include "shell/Translate.h"
@@ -30,7 +31,7 @@ frmMChart::frmMChart(Study& study, const Statistics& stats, QWidget* parent) : A
   connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
-  resize(std::max(460, sizeHint().width()), 420);
+  resize(std::clamp(grdMChart->sizeHintForColumn(0) + 60, 460, 1000), 420);
 }
 
 void frmMChart::FromForm() {

@@ -47,7 +47,7 @@ std::string ChartText(const Study& s, int code, const std::string& token) {
       if (n == -1) return GetText("RESfit");
       return GetText("RESfac") + " " + s.GetFactorName(n);
     }
-    case ANALYSIS_FXPLOT: return GetText("FXPlot") + ": " + FilterToText(s, token);
+    case ANALYSIS_FXPLOT: return FilterToText(s, token);
     case ANALYSIS_MMEANS: return GetText(token == "S" ? "Chtb" : "Chta");
     case ANALYSIS_SCREE: return GetText(token == "0" ? "Chti" : token == "1" ? "Chtj" : "Chtk");
     case ANALYSIS_RUNCHART:
@@ -116,7 +116,9 @@ void MultiChartForm::LoadMultiChart(const Statistics& stats) {
     for (const std::string& token : ChartsOf(study_, code)) {
       Row row;
       row.key = std::to_string(code) + (token.empty() ? "" : "+" + token);
-      row.text = GetText(AnalysisTag(code)) + (token.empty() ? "" : ": " + ChartText(study_, code, token));
+      // The analysis's name, then the chart's, unless that already starts with it.
+      std::string analysis = GetText(AnalysisTag(code)), chart = ChartText(study_, code, token);
+      row.text = chart.rfind(analysis, 0) == 0 ? chart : analysis + ": " + chart;
       row.checked = std::find(chosen.begin(), chosen.end(), row.key) != chosen.end();
       rows.push_back(row);
     }

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
@@ -17,9 +18,11 @@
 #include "core/CheckList.h"
 #include "data/Statistics.h"
 #include "shell/ChartPane.h"
+#include "shell/ChartChoiceDialogs.h"
 #include "shell/frmANOM.h"
 #include "shell/frmFXplot.h"
 #include "shell/frmList.h"
+#include "shell/frmMChart.h"
 #include "shell/frmMMP.h"
 #include "shell/frmMain.h"
 #include "shell/frmPairwise.h"
@@ -142,6 +145,52 @@ class tst_ChartDialogs : public QObject {
     QCOMPARE(d.lblFactors->text(), QString("Catalyst, Reactant concentration"));
     d.cmdOK->click();
     QCOMPARE(Chemical().RESPONSE_sF1Key, std::string("f2"));
+  }
+
+  // The residuals' grid refuses seven charts with its message, and the
+  // ANOVA graphics none; the run chart keeps its scale.
+  void theChartChoiceDialogs() {
+    frmResiduals r(Chemical(), gStats);
+    QCOMPARE(r.grd1->count(), 5);
+    for (int i = 0; i < r.grd1->count(); ++i) r.grd1->item(i)->setCheckState(Qt::Unchecked);
+    QCOMPARE(test::ErrorAfter(*ui_, r.cmdOK), T("REGerr1"));
+    r.grd1->item(3)->setCheckState(Qt::Checked);
+    r.cmdOK->click();
+    QCOMPARE(r.result(), int(QDialog::Accepted));
+    QCOMPARE(Chemical().RESIDUAL_sCharts, std::string("1"));
+
+    frmScree scree(Chemical(), gStats);
+    scree.chkLHNPP->setChecked(false);
+    scree.chkPareto->setChecked(false);
+    scree.chkScree->setChecked(false);
+    QCOMPARE(test::ErrorAfter(*ui_, scree.cmdOK), T("ANOMerr1"));
+
+    frmRunChart run(Chemical(), gStats);
+    run.optScale[1]->setChecked(true);
+    run.chkShowRange->setChecked(true);
+    run.cmdOK->click();
+    QCOMPARE(Chemical().RUN_iScaling, std::int16_t(1));
+    QCOMPARE(Chemical().RUN_flags, std::int16_t(1));
+  }
+
+  // The multi-chart report opens its dialog when its list is empty, then
+  // shows the sheet; a double click edits it.
+  void theMultiChartReport() {
+    frmMain w;
+    w.Load();
+    QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/ChemicalYield.KSW"));
+    w.NodeClick("e1+3");
+    QCOMPARE(gPage.Charts.size(), std::size_t(6));
+    QCOMPARE(w.PaneName(), std::string("MultiChart"));
+    gProblem->Studies(1).sMultiChart.clear();
+    WhenUp<frmMChart>([](frmMChart* d) {
+      d->grdMChart->item(0)->setCheckState(Qt::Checked);
+      d->cmdOK->click();
+    });
+    w.NodeClick("e1+3");
+    QCOMPARE(gPage.Charts.size(), std::size_t(1));
+    QCOMPARE(gProblem->Studies(1).sMultiChart, std::string("1+f1"));
+    gProblem->bChanged = false;
   }
 
   // An analysis node shows its charts when set up; the first click on one

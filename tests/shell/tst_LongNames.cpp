@@ -17,7 +17,9 @@
 #include "designs/Design.h"
 #include "analyses/ANOMForm.h"
 #include "core/CheckList.h"
+#include "shell/ChartChoiceDialogs.h"
 #include "shell/frmANOM.h"
+#include "shell/frmMChart.h"
 #include "shell/frmANOVA.h"
 #include "shell/frmFXplot.h"
 #include "shell/frmList.h"
@@ -182,6 +184,7 @@ class tst_LongNames : public QObject {
     s.RESPONSE_sF1Key = "f1";
     s.RESPONSE_sF2Key = "f2";
     s.RESPONSE_sF3Key = "f3";
+    s.ANOM_sRVkey = s.FXPLOT_sRVkey = s.RESPONSE_sRVkey = s.MMP_sRVkey = "v1";
     {
       frmANOM d(s, stats);
       Look(d, "frmANOM");
@@ -202,6 +205,14 @@ class tst_LongNames : public QObject {
     {
       frmResponse d(s, stats);
       Look(d, "frmResponse");
+    }
+    {
+      frmResiduals d(s, stats);
+      Look(d, "frmResiduals");
+    }
+    {
+      frmMChart d(s, stats);
+      Look(d, "frmMChart");
     }
     {
       ANOMForm form(s, stats);

@@ -74,6 +74,25 @@ TEST_F(ChartClicks, AnEffectsPlotPointIsItsCellOrItsRun) {
   EXPECT_NE(ClickOn(run).find("\nA = 15\nB = "), std::string::npos) << ClickOn(run);
 }
 
+// A residual names its run and replicate, then the run's levels.
+TEST_F(ChartClicks, AResidualNamesItsRunAndReplicateAndTheRunsLevels) {
+  Study& s = problem->Studies(1);
+  s.RESIDUAL_sCharts = "-3,-2,-1,1";
+  Show(ANALYSIS_RESIDUALS);
+  ASSERT_EQ(gPage.Charts.size(), 4u);
+  const DataPoint& npp = gPage.Charts[0].DataPoints[4];  // run 2, replicate 2
+  EXPECT_EQ(npp.sId, "2/2");
+  EXPECT_EQ(ClickOn(npp), FormatNumSF(npp.fX) + ", Run = 2, Rep = 2\nA = 15\nB = 2");
+  for (const DataPoint& p : gPage.Charts[1].DataPoints) {
+    std::string text = ClickOn(p);
+    EXPECT_EQ(text.substr(0, text.find('\n')), FormatNumSF(p.fY) + ", Run/Rep = " + p.sId);
+    EXPECT_NE(text.find("\nA = "), std::string::npos);
+  }
+  const DataPoint& fitted = gPage.Charts[2].DataPoints[0];
+  EXPECT_EQ(ClickOn(fitted).substr(0, ClickOn(fitted).find('\n')),
+            FormatNumSF(fitted.fY) + ", Run = " + fitted.sId + ", Rep = " + fitted.sId2);
+}
+
 TEST_F(ChartClicks, AResponsePlotPointIsItsCell) {
   Show(ANALYSIS_RESPLOT);
   for (const DataPoint& p : gPage.Charts[0].DataPoints)
