@@ -61,7 +61,8 @@ std::string Chart::Click(int X, int Y, bool bCtrl) {
     // The packed constants of the surface: a leading "1" means a model in
     // coded units, whose extremes are -1 and +1 on the plot's edges. Only
     // the quadratic part is summed, a cubic model's terms beyond it not.
-    std::vector<std::string> k = Items(sText3);
+    std::vector<std::string> k;
+    for (std::string rest = sText3; !rest.empty();) k.push_back(Trim(PopBar(rest)));
     if (k.size() >= 7) {
       double px = x, py = y;
       if (Trim(k[0]) == "1") {

@@ -42,8 +42,10 @@ float Factor::ValueToCode(double x) const {
 
 float Factor::GetDeCoded(double c) const {
   if (!IsNumeric()) return MISSING_VALUE;
-  return static_cast<float>((GetMaxLevel() - GetMinLevel()) * c / 2.0 + Mean());
+  return static_cast<float>(DeCodedValue(c));
 }
+
+double Factor::DeCodedValue(double c) const { return (GetMaxLevel() - GetMinLevel()) * c / 2.0 + Mean(); }
 
 void Factor::SortNumericLevels() {
   int n = Levels.Count();

@@ -48,6 +48,9 @@ class Factor {
   std::string sIsNuisance() const { return (iFlag & FACTOR_NOISE) ? "Yes" : "No"; }
   std::string sIsNumeric() const { return (iFlag & FACTOR_DISCRETE) ? "No" : "Yes"; }
 
+  // GetDeCoded without its rounding to a float.
+  double DeCodedValue(double c) const;
+
   static constexpr std::size_t MIN_FILE_BYTES = 4 * 2 + 2 + 2;  // strings, flag, level count
   bool fRead(FileIO& io);
   void fWrite(FileIO& io) const;

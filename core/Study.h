@@ -204,6 +204,11 @@ class Study {
   // ---- reading the design -------------------------------------------------
   int GetTreatmentLevel(int factor, int run) const;
   std::string GetTreatmentLevelName(int factor, int run) const;
+  // The run's level of a factor as a number, for arithmetic: the level's
+  // name read as a number (0 when it is none), the mean of the first two
+  // levels for a centre run, and for an axial run its decoded value whole,
+  // not rounded as the name shows it.
+  double GetTreatmentLevelValue(int factor, int run) const;
   // The coefficient of a run, unscaled: a column packed divided by a common
   // factor is given as the product of its main contrasts.
   float GetContrastEntry(int contrast, int run) const;

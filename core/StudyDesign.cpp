@@ -46,6 +46,18 @@ std::string Study::GetTreatmentLevelName(int factor, int run) const {
   return FormatSF(gSettings.NumSF, f->GetDeCoded(Val(token)));
 }
 
+double Study::GetTreatmentLevelValue(int factor, int run) const {
+  if (run < 1 || run > Treatments.Count()) return 0;
+  std::string list = Treatments(run).sTlist;
+  if ((iDesFlag & DES_UNSTRUCTURED) || list.empty() || list[0] != '*') return Val(GetTreatmentLevelName(factor, run));
+  PopBar(list);
+  std::string token;
+  for (int i = 1; i <= factor; ++i) token = PopBar(list);
+  const Factor* f = Owner().Factors.Find(GetFactorKey(factor));
+  if (!f) return 0;
+  return f->DeCodedValue(Val(token));
+}
+
 float Study::GetContrastEntry(int contrast, int run) const {
   if (contrast < 1 || contrast > Contrasts.Count()) return 0.0f;
   const Contrast& c = Contrasts(contrast);

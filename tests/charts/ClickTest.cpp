@@ -152,10 +152,10 @@ TEST_F(Click, AContourPlotGivesThePositionAndTheSurfaceValue) {
   c.sXlabel = "Temp";
   c.sYlabel = "Time";
   c.sText2 = "Yield";
-  c.sText3 = "1, 10, 2, -3, 0.4, 1, 1, 99";  // K0..K5, and a cubic term not summed
+  c.sText3 = "1|10|2|-3|0.4|1|1|99";  // K0..K5, and a cubic term not summed
   // At (200, 70): x coded 0.5, y coded 0.5: 10 + 1 - 1.5 + 0.1 + 0.25 + 0.25.
   EXPECT_EQ(c.Click(200, 70, false), "Temp = 175, Time = 7.5, Yield = 10.1");
-  c.sText3 = "0, 1, 0.01, 0, 0, 0, 0";  // actual units: 1 + 0.01 x
+  c.sText3 = "0|1|0.01|0|0|0|0";  // actual units: 1 + 0.01 x
   EXPECT_EQ(c.Click(200, 70, false), "Temp = 175, Time = 7.5, Yield = 2.75");
   EXPECT_EQ(c.Click(40, 70, false), "");  // outside the plot
 }

@@ -95,8 +95,9 @@ TEST_F(ChartClicks, AResidualNamesItsRunAndReplicateAndTheRunsLevels) {
 
 TEST_F(ChartClicks, AResponsePlotPointIsItsCell) {
   Show(ANALYSIS_RESPLOT);
-  for (const DataPoint& p : gPage.Charts[0].DataPoints)
+  for (const DataPoint& p : gPage.Charts[0].DataPoints) {
     if (p.fY != MISSING_VALUE) EXPECT_EQ(ClickOn(p), p.sId + " : " + FormatNumSF(p.fY));
+  }
 }
 
 }  // namespace

@@ -1,0 +1,383 @@
+#include "regression/Regress.h"
+
+#include <cmath>
+#include <stdexcept>
+
+#include "core/Formatters.h"
+#include "core/Sentinels.h"
+#include "core/Study.h"
+#include "core/Text.h"
+#include "core/Ui.h"
+#include "data/Statistics.h"
+#include "stats/tProbability.h"
+
+namespace kestrow {
+
+namespace {
+
+const char* TAG = "ComputeRegression";
+
+// Gauss-Jordan elimination of a by rows in natural order, with no pivot
+// search: a zero pivot is taken as 0.0001. inv starts as the identity and
+// ends as the inverse.
+void GaussJordan(std::vector<std::vector<double>>& a, std::vector<std::vector<double>>& inv) {
+  const std::size_t p = a.size();
+  for (std::size_t k = 0; k < p; ++k) {
+    double d = a[k][k];
+    if (d == 0) d = 0.0001;
+    for (std::size_t j = 0; j < p; ++j) {
+      a[k][j] = a[k][j] / d;
+      inv[k][j] = inv[k][j] / d;
+    }
+    for (std::size_t i = 0; i < p; ++i) {
+      if (i == k) continue;
+      double f = -a[i][k];
+      for (std::size_t j = 0; j < p; ++j) {
+        a[i][j] = a[i][j] + f * a[k][j];
+        inv[i][j] = inv[i][j] + f * inv[k][j];
+      }
+    }
+  }
+}
+
+}  // namespace
+
+void InitRterm(Rterm& term) {
+  term.sTerm.clear();
+  term.fBeta = MISSING_VALUE;
+  term.fValue = NOT_MAIN_TERM;
+}
+
+std::vector<int> TermFactors(const std::string& sTerm) {
+  std::vector<int> out;
+  std::string rest = sTerm;
+  while (!rest.empty()) out.push_back(static_cast<int>(Val(PopToken(rest))));
+  return out;
+}
+
+void Regress::Init(Study& study) {
+  study_ = &study;
+  ZapTerms();
+  coded_ = (study.REGRESS_iFlag & 2) != 0;
+  useSD_ = (study.REGRESS_iFlag & 1) != 0;
+  sRVkey_ = study.REGRESS_sRVkey;
+  for (int i = 1; i <= study.REGRESS_Rterms.Count(); ++i) AddTermRef(study.REGRESS_Rterms(i));
+}
+
+void Regress::AddTerm(const Rterm& term) {
+  owned_.push_back(term);
+  AddTermRef(owned_.back());
+}
+
+void Regress::AddTermRef(Rterm& term) {
+  terms_.push_back(&term);
+  factors_.push_back(TermFactors(term.sTerm));
+}
+
+void Regress::ZapTerms() {
+  terms_.clear();
+  factors_.clear();
+  owned_.clear();
+}
+
+// An axial run's value is taken whole: its name is rounded for showing.
+float Regress::LevelValue(int factor, int run, bool coded) const {
+  double x = study_->GetTreatmentLevelValue(factor, run);
+  return coded ? study_->FValueToCode(study_->GetFactorKey(factor), x) : static_cast<float>(x);
+}
+
+bool Regress::Compute(const std::string& ss) {
+  sRVkey_ = ss;
+  const bool wantActual = !coded_;
+  coded_ = true;
+  bool ok = false;
+  try {
+    study_->ConfigureRV(ss);
+    runStats_.ComputeRV(*study_);
+    const std::size_t p = terms_.size();
+    stats_.assign(p + 1, {});
+    // The rows: run by run, each replicate with a value, or each run's
+    // standard deviation.
+    obsRun_.clear();
+    y_.clear();
+    for (int run = 1; run <= study_->iNumRuns; ++run) {
+      if (useSD_) {
+        float s = runStats_.SampSigRV(run);
+        if (s > MISSING_VALUE) {
+          obsRun_.push_back(run);
+          y_.push_back(s);
+        }
+        continue;
+      }
+      for (int rep = 1; rep <= study_->iReps; ++rep) {
+        float v = study_->GetDataRV(run, rep);
+        if (v == MISSING_VALUE) continue;
+        obsRun_.push_back(run);
+        y_.push_back(v);
+      }
+    }
+    numObs_ = static_cast<std::int16_t>(obsRun_.size());
+    bool finished = false;
+    ok = Pass(wantActual, finished);
+    if (ok && !finished) {
+      coded_ = false;  // the second pass, in actual units
+      ok = Pass(wantActual, finished);
+    }
+  } catch (const std::exception& e) {
+    ReportError(e.what(), TAG);
+    ok = false;
+  }
+  coded_ = true;  // a model in actual units leaves the flag set, as the readers expect
+  return ok;
+}
+
+// One fit: design matrix, normal equations, coefficients, leverages; on the
+// coded pass the statistics. finished tells whether no second pass follows.
+bool Regress::Pass(bool wantActual, bool& finished) {
+  const std::size_t p = terms_.size(), n = obsRun_.size();
+  x_.assign(p, std::vector<double>(n, 0.0));
+  // The factor values of each run, once.
+  std::vector<std::vector<float>> value(static_cast<std::size_t>(study_->iNumRuns) + 1);
+  for (std::size_t i = 0; i < n; ++i) {
+    int run = obsRun_[i];
+    std::vector<float>& v = value[static_cast<std::size_t>(run)];
+    if (v.empty()) {
+      v.assign(static_cast<std::size_t>(study_->Factors.Count()) + 1, 0.0f);
+      for (int f = 1; f <= study_->Factors.Count(); ++f) v[static_cast<std::size_t>(f)] = LevelValue(f, run, coded_);
+    }
+    x_[0][i] = 1;
+    for (std::size_t j = 1; j < p; ++j) {
+      double product = 1;
+      for (int f : factors_[j])
+        product = product * (f >= 1 && f < static_cast<int>(v.size()) ? static_cast<double>(v[static_cast<std::size_t>(f)]) : 0.0);
+      x_[j][i] = product;
+    }
+  }
+  std::vector<std::vector<double>> xtx(p, std::vector<double>(p, 0.0));
+  for (std::size_t a = 0; a < p; ++a)
+    for (std::size_t b = 0; b < p; ++b) {
+      double sum = 0;
+      for (std::size_t i = 0; i < n; ++i) sum = sum + x_[a][i] * x_[b][i];
+      xtx[a][b] = sum;
+    }
+  inverse_.assign(p, std::vector<double>(p, 0.0));
+  for (std::size_t k = 0; k < p; ++k) inverse_[k][k] = 1;
+  GaussJordan(xtx, inverse_);
+  std::vector<double> xty(p, 0.0);
+  for (std::size_t a = 0; a < p; ++a) {
+    double sum = 0;
+    for (std::size_t i = 0; i < n; ++i) sum = sum + x_[a][i] * y_[i];
+    xty[a] = sum;
+  }
+  beta_.assign(p, 0.0);
+  for (std::size_t j = 0; j < p; ++j) {
+    double sum = 0;
+    for (std::size_t k = 0; k < p; ++k) sum = sum + inverse_[j][k] * xty[k];
+    beta_[j] = sum;
+    terms_[j]->fBeta = static_cast<float>(sum);
+    stats_[j + 1][1] = static_cast<float>(sum);
+  }
+  leverage_.assign(n, 0.0f);
+  for (std::size_t i = 0; i < n; ++i) {
+    double h = 0;
+    for (std::size_t j = 0; j < p; ++j) {
+      double xinv = 0;
+      for (std::size_t k = 0; k < p; ++k) xinv = xinv + x_[k][i] * inverse_[j][k];
+      h = h + xinv * x_[j][i];
+    }
+    leverage_[i] = static_cast<float>(h);
+  }
+  if (wantActual && !coded_) {
+    finished = true;  // the second pass leaves the statistics of the first
+    return true;
+  }
+
+  const auto df = static_cast<float>(static_cast<std::int16_t>(numObs_ - static_cast<std::int16_t>(p)));
+  if (df <= 1) {
+    ErrorBox("Insufficent D.O.F. to compute this equation");
+    return false;
+  }
+  float sse = 0, sst = 0;
+  const float ybar = useSD_ ? runStats_.SigAvgRV() : runStats_.AvgAvgRV();
+  for (std::size_t i = 0; i < n; ++i) {
+    auto y = static_cast<float>(y_[i]);
+    float r = y - PredictRun(obsRun_[i]);
+    sse += r * r;
+    sst += (y - ybar) * (y - ybar);
+  }
+  if (sst == 0) throw std::runtime_error("Division by zero");
+  fSSE = sse;
+  fMSE = fSSE / df;
+  fRSquared = 1 - fSSE / sst;
+  fRSquaredAdj = 1 - (1 - fRSquared) * static_cast<float>(numObs_ - 1) / static_cast<float>(numObs_ - static_cast<int>(p));
+  for (std::size_t j = 0; j < p; ++j) {
+    double se = std::sqrt(std::fabs(inverse_[j][j]) * fMSE);
+    if (se == 0) throw std::runtime_error("Division by zero");
+    auto t = static_cast<float>(std::fabs(beta_[j]) / se);
+    stats_[j + 1][4] = static_cast<float>(se);
+    stats_[j + 1][3] = t;
+    stats_[j + 1][2] = static_cast<float>(2 - 2 * tProbability(t, static_cast<int>(df) - 1));
+  }
+  finished = !wantActual;
+  return true;
+}
+
+float Regress::PredictRun(int iRun) const {
+  float sum = 0;
+  for (std::size_t j = 0; j < terms_.size(); ++j) {
+    float product = terms_[j]->fBeta;
+    if (terms_[j]->sTerm != "0")
+      for (int f : factors_[j]) product *= LevelValue(f, iRun, coded_);
+    sum += product;
+  }
+  return sum;
+}
+
+double Regress::GetBeta(int iNdx) const {
+  return iNdx >= 1 && iNdx <= static_cast<int>(beta_.size()) ? beta_[static_cast<std::size_t>(iNdx - 1)] : 0.0;
+}
+
+float Regress::GetStat(int iRow, int iStat) const {
+  if (iRow < 0 || iRow >= static_cast<int>(stats_.size()) || iStat < 0 || iStat > 5) return 0;
+  return stats_[static_cast<std::size_t>(iRow)][static_cast<std::size_t>(iStat)];
+}
+
+float Regress::GetStudentCoeff(int v) const {
+  if (v < 1 || v > static_cast<int>(leverage_.size())) return 0;
+  float h = leverage_[static_cast<std::size_t>(v - 1)];
+  if (fMSE != 0 && h < 1) return 1 / std::sqrt((1 - h) * fMSE);
+  return 0;
+}
+
+std::string Regress::FactorListToText(const std::string& sList) const {
+  std::string text;
+  for (int f : TermFactors(sList)) text += (text.empty() ? "" : " x ") + study_->GetFactorAbbr(f);
+  return text;
+}
+
+std::string Regress::GetRegressionEquation() const {
+  std::string text = study_->GetRVname2() + (useSD_ ? " (SD)" : "") + " = ";
+  if (terms_.empty()) return text;
+  text += FormatSF(3, terms_[0]->fBeta);
+  for (const Rterm* t : terms_) {
+    if (!(t->sTerm > "0") || t->fBeta == 0) continue;
+    text += t->fBeta < 0 ? " - " : " + ";
+    text += FormatSF(3, std::fabs(t->fBeta)) + FactorListToText(t->sTerm);
+  }
+  return text;
+}
+
+std::string Regress::GetFactorString() const {
+  std::string text;
+  for (std::size_t j = 0; j < terms_.size(); ++j)
+    if (factors_[j].size() == 1 && factors_[j][0] > 0)
+      text += "," + study_->GetPFactorName(study_->GetFactorKey(factors_[j][0])) + "," + std::to_string(factors_[j][0]);
+  return text.empty() ? text : text.substr(1);
+}
+
+std::string Regress::GetConditions(int iExceptFactor) const {
+  std::string text;
+  for (std::size_t j = 0; j < terms_.size(); ++j) {
+    const Rterm& t = *terms_[j];
+    if (factors_[j].empty() || factors_[j][0] == iExceptFactor) continue;
+    if (t.fValue == NOT_MAIN_TERM || t.fValue == FREE_AXIS) continue;
+    text += " " + study_->GetFactorName(factors_[j][0]) + " = " + ShortestText(t.fValue);
+  }
+  return text.empty() ? text : "Subject to:" + text;
+}
+
+std::string Regress::PackConstants() const {
+  std::string text = coded_ ? "1" : "0";
+  for (float k : fastK_) text += "|" + ShortestText(k);
+  return text;
+}
+
+float Regress::EvaluateRegressionEquation(const std::array<float, MAX_EVAL_FACTORS + 1>& values) const {
+  if (terms_.empty()) return 0;
+  float sum = terms_[0]->fBeta;
+  for (std::size_t j = 0; j < terms_.size(); ++j) {
+    if (terms_[j]->sTerm == "0") continue;
+    float product = terms_[j]->fBeta;
+    for (int f : factors_[j]) {
+      float v = f >= 1 && f <= MAX_EVAL_FACTORS ? values[static_cast<std::size_t>(f)] : MISSING_VALUE;
+      if (v == MISSING_VALUE) return BAD_NUMBER;
+      product *= v;
+    }
+    sum += product;
+  }
+  return sum;
+}
+
+float Regress::EvaluateRE(int iRun) const {
+  std::array<float, MAX_EVAL_FACTORS + 1> values;
+  values.fill(MISSING_VALUE);
+  const bool coded = (study_->REGRESS_iFlag & 2) != 0;
+  for (int f = 1; f <= MAX_EVAL_FACTORS && f <= study_->Factors.Count(); ++f)
+    values[static_cast<std::size_t>(f)] = LevelValue(f, iRun, coded);
+  return EvaluateRegressionEquation(values);
+}
+
+float Regress::SetmRTerm(int iFactorNumber, float fValue) {
+  const std::string key = std::to_string(iFactorNumber);
+  for (Rterm* t : terms_)
+    if (t->sTerm == key) {
+      float before = t->fValue;
+      t->fValue = fValue;
+      return before;
+    }
+  return MISSING_VALUE;
+}
+
+bool Regress::SetupFastConstants() {
+  std::array<float, MAX_EVAL_FACTORS + 1> values;
+  values.fill(MISSING_VALUE);
+  int xFactor = -1, yFactor = -1;
+  for (std::size_t j = 0; j < terms_.size(); ++j) {
+    if (factors_[j].size() != 1) continue;
+    int f = factors_[j][0];
+    if (f < 0 || f > MAX_EVAL_FACTORS) continue;
+    float v = terms_[j]->fValue;
+    if (f == 0) {
+      v = 1;
+    } else if (v > FREE_AXIS && coded_) {
+      v = study_->FValueToCode(study_->GetFactorKey(f), v);
+    }
+    values[static_cast<std::size_t>(f)] = v;
+    if (v == FREE_AXIS) (xFactor < 0 ? xFactor : yFactor) = f;
+  }
+  float k[4][4] = {};
+  for (std::size_t j = 0; j < terms_.size(); ++j) {
+    float c = terms_[j]->fBeta;
+    int px = 0, py = 0;
+    for (int f : factors_[j]) {
+      if (f == xFactor) {
+        ++px;
+      } else if (f == yFactor) {
+        ++py;
+      } else if (f != 0) {
+        float v = f >= 1 && f <= MAX_EVAL_FACTORS ? values[static_cast<std::size_t>(f)] : MISSING_VALUE;
+        if (v == MISSING_VALUE) {
+          ReportError("Logic error #1", "SetupFastConstants");
+          return false;
+        }
+        c *= v;
+      }
+    }
+    if (px > 3 || py > 3) {
+      ReportError("A power above 3 has no place in the slice", "SetupFastConstants");
+      return false;
+    }
+    k[px][py] += c;
+  }
+  fastK_ = {k[0][0], k[1][0], k[0][1], k[1][1], k[2][0], k[0][2], k[3][0], k[2][1], k[1][2], k[0][3]};
+  return true;
+}
+
+float Regress::FastEvaluate(float x1, float x2) const {
+  const float x = x1, y = x2;
+  const auto& K = fastK_;
+  return K[0] + K[1] * x + K[2] * y + K[3] * x * y + K[4] * x * x + K[5] * y * y + K[6] * x * x * x +
+         K[7] * x * x * y + K[8] * x * y * y + K[9] * y * y * y;
+}
+
+}  // namespace kestrow
