@@ -1,5 +1,6 @@
 #include "regression/Regress.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -9,6 +10,7 @@
 #include "core/Text.h"
 #include "core/Ui.h"
 #include "data/Statistics.h"
+#include "regression/NormalEquations.h"
 #include "stats/tProbability.h"
 
 namespace kestrow {
@@ -16,29 +18,6 @@ namespace kestrow {
 namespace {
 
 const char* TAG = "ComputeRegression";
-
-// Gauss-Jordan elimination of a by rows in natural order, with no pivot
-// search: a zero pivot is taken as 0.0001. inv starts as the identity and
-// ends as the inverse.
-void GaussJordan(std::vector<std::vector<double>>& a, std::vector<std::vector<double>>& inv) {
-  const std::size_t p = a.size();
-  for (std::size_t k = 0; k < p; ++k) {
-    double d = a[k][k];
-    if (d == 0) d = 0.0001;
-    for (std::size_t j = 0; j < p; ++j) {
-      a[k][j] = a[k][j] / d;
-      inv[k][j] = inv[k][j] / d;
-    }
-    for (std::size_t i = 0; i < p; ++i) {
-      if (i == k) continue;
-      double f = -a[i][k];
-      for (std::size_t j = 0; j < p; ++j) {
-        a[i][j] = a[i][j] + f * a[k][j];
-        inv[i][j] = inv[i][j] + f * inv[k][j];
-      }
-    }
-  }
-}
 
 }  // namespace
 
@@ -81,9 +60,9 @@ void Regress::ZapTerms() {
 }
 
 // An axial run's value is taken whole: its name is rounded for showing.
-float Regress::LevelValue(int factor, int run, bool coded) const {
+double Regress::LevelValue(int factor, int run, bool coded) const {
   double x = study_->GetTreatmentLevelValue(factor, run);
-  return coded ? study_->FValueToCode(study_->GetFactorKey(factor), x) : static_cast<float>(x);
+  return coded ? study_->FValueToCode(study_->GetFactorKey(factor), x) : x;
 }
 
 bool Regress::Compute(const std::string& ss) {
@@ -133,36 +112,70 @@ bool Regress::Compute(const std::string& ss) {
 
 // One fit: design matrix, normal equations, coefficients, leverages; on the
 // coded pass the statistics. finished tells whether no second pass follows.
+//
+// In actual units the columns are centred and scaled before the elimination
+// and the coefficients brought back after it: factor values of thousands
+// beside values of thousandths, and their squares, would otherwise leave the
+// normal equations with no digit to spare. The residuals and the sums of
+// squares are taken in double precision from the unrounded coefficients, so
+// that responses far from zero keep their digits.
 bool Regress::Pass(bool wantActual, bool& finished) {
   const std::size_t p = terms_.size(), n = obsRun_.size();
   x_.assign(p, std::vector<double>(n, 0.0));
   // The factor values of each run, once.
-  std::vector<std::vector<float>> value(static_cast<std::size_t>(study_->iNumRuns) + 1);
+  std::vector<std::vector<double>> value(static_cast<std::size_t>(study_->iNumRuns) + 1);
   for (std::size_t i = 0; i < n; ++i) {
     int run = obsRun_[i];
-    std::vector<float>& v = value[static_cast<std::size_t>(run)];
+    std::vector<double>& v = value[static_cast<std::size_t>(run)];
     if (v.empty()) {
-      v.assign(static_cast<std::size_t>(study_->Factors.Count()) + 1, 0.0f);
+      v.assign(static_cast<std::size_t>(study_->Factors.Count()) + 1, 0.0);
       for (int f = 1; f <= study_->Factors.Count(); ++f) v[static_cast<std::size_t>(f)] = LevelValue(f, run, coded_);
     }
     x_[0][i] = 1;
     for (std::size_t j = 1; j < p; ++j) {
       double product = 1;
       for (int f : factors_[j])
-        product = product * (f >= 1 && f < static_cast<int>(v.size()) ? static_cast<double>(v[static_cast<std::size_t>(f)]) : 0.0);
+        product = product * (f >= 1 && f < static_cast<int>(v.size()) ? v[static_cast<std::size_t>(f)] : 0.0);
       x_[j][i] = product;
     }
   }
-  std::vector<std::vector<double>> xtx(p, std::vector<double>(p, 0.0));
+  std::vector<double> centre(p, 0.0), scale(p, 1.0);
+  if (!coded_) {
+    for (std::size_t j = 1; j < p; ++j) {
+      std::vector<double>& x = x_[j];
+      double sum = 0;
+      for (double v : x) sum += v;
+      centre[j] = n > 0 ? sum / static_cast<double>(n) : 0;
+      double ss = 0;
+      for (double& v : x) {
+        v -= centre[j];
+        ss += v * v;
+      }
+      if (ss > 0) {
+        scale[j] = std::sqrt(ss);
+        for (double& v : x) v /= scale[j];
+      }
+    }
+  }
+  // X'X, each sum over the observations in their order.
+  std::vector<double> xtx(p * p), diagonal(p);
   for (std::size_t a = 0; a < p; ++a)
     for (std::size_t b = 0; b < p; ++b) {
       double sum = 0;
       for (std::size_t i = 0; i < n; ++i) sum = sum + x_[a][i] * x_[b][i];
-      xtx[a][b] = sum;
+      xtx[a * p + b] = sum;
     }
+  for (std::size_t a = 0; a < p; ++a) diagonal[a] = xtx[a * p + a];
+  std::vector<int> all(p);
+  for (std::size_t k = 0; k < p; ++k) all[k] = static_cast<int>(k);
+  std::vector<double> work = xtx, next(p * p);
+  for (std::size_t k = 0; k < p; ++k) {
+    PivotStep(work.data(), static_cast<int>(p), all.data(), static_cast<int>(p), static_cast<int>(k), next.data());
+    work.swap(next);
+  }
   inverse_.assign(p, std::vector<double>(p, 0.0));
-  for (std::size_t k = 0; k < p; ++k) inverse_[k][k] = 1;
-  GaussJordan(xtx, inverse_);
+  for (std::size_t a = 0; a < p; ++a)
+    for (std::size_t b = 0; b < p; ++b) inverse_[a][b] = work[a * p + b];
   std::vector<double> xty(p, 0.0);
   for (std::size_t a = 0; a < p; ++a) {
     double sum = 0;
@@ -174,8 +187,17 @@ bool Regress::Pass(bool wantActual, bool& finished) {
     double sum = 0;
     for (std::size_t k = 0; k < p; ++k) sum = sum + inverse_[j][k] * xty[k];
     beta_[j] = sum;
-    terms_[j]->fBeta = static_cast<float>(sum);
-    stats_[j + 1][1] = static_cast<float>(sum);
+  }
+  std::vector<double> fitted(beta_);  // the coefficients of the columns as they stand
+  if (!coded_ && p > 0) {
+    for (std::size_t j = 1; j < p; ++j) {
+      beta_[j] = fitted[j] / scale[j];
+      beta_[0] -= beta_[j] * centre[j];
+    }
+  }
+  for (std::size_t j = 0; j < p; ++j) {
+    terms_[j]->fBeta = static_cast<float>(beta_[j]);
+    stats_[j + 1][1] = static_cast<float>(beta_[j]);
   }
   leverage_.assign(n, 0.0f);
   for (std::size_t i = 0; i < n; ++i) {
@@ -189,48 +211,71 @@ bool Regress::Pass(bool wantActual, bool& finished) {
   }
   if (wantActual && !coded_) {
     finished = true;  // the second pass leaves the statistics of the first
+    CheckInflation(work, diagonal, false);
     return true;
   }
 
-  const auto df = static_cast<float>(static_cast<std::int16_t>(numObs_ - static_cast<std::int16_t>(p)));
+  const int df = static_cast<std::int16_t>(numObs_ - static_cast<std::int16_t>(p));
   if (df <= 1) {
     ErrorBox("Insufficent D.O.F. to compute this equation");
     return false;
   }
-  float sse = 0, sst = 0;
-  const float ybar = useSD_ ? runStats_.SigAvgRV() : runStats_.AvgAvgRV();
-  for (std::size_t i = 0; i < n; ++i) {
-    auto y = static_cast<float>(y_[i]);
-    float r = y - PredictRun(obsRun_[i]);
-    sse += r * r;
-    sst += (y - ybar) * (y - ybar);
-  }
-  if (sst == 0) throw std::runtime_error("Division by zero");
-  fSSE = sse;
-  fMSE = fSSE / df;
-  fRSquared = 1 - fSSE / sst;
-  fRSquaredAdj = 1 - (1 - fRSquared) * static_cast<float>(numObs_ - 1) / static_cast<float>(numObs_ - static_cast<int>(p));
+  CheckInflation(work, diagonal, true);
+  std::vector<const double*> columns(p);
+  for (std::size_t j = 0; j < p; ++j) columns[j] = x_[j].data();
+  std::vector<double> pred(n);
+  const double sse = ResidualSS(columns.data(), fitted.data(), static_cast<int>(p), y_.data(), static_cast<int>(n), pred.data());
+  residual_.resize(n);
+  for (std::size_t i = 0; i < n; ++i) residual_[i] = y_[i] - pred[i];
+  const FitFigures fig = Figures(sse, TotalSS(y_.data(), static_cast<int>(n)), LargestSize(y_.data(), static_cast<int>(n)), static_cast<int>(n), static_cast<int>(p));
+  if (fig.verdict == FitFigures::NO_VARIATION) throw std::runtime_error("The response does not vary: there is nothing to fit");
+  if (fig.verdict == FitFigures::EXACT_FIT)
+    throw std::runtime_error("The model fits every observation exactly: no error is left to test its terms against");
+  fSSE = fig.fSSE;
+  fMSE = fig.fMSE;
+  fRSquared = fig.fRSquared;
+  fRSquaredAdj = fig.fRSquaredAdj;
   for (std::size_t j = 0; j < p; ++j) {
-    double se = std::sqrt(std::fabs(inverse_[j][j]) * fMSE);
-    if (se == 0) throw std::runtime_error("Division by zero");
+    double se = std::sqrt(std::fabs(inverse_[j][j]) * fig.mse);
     auto t = static_cast<float>(std::fabs(beta_[j]) / se);
     stats_[j + 1][4] = static_cast<float>(se);
     stats_[j + 1][3] = t;
-    stats_[j + 1][2] = static_cast<float>(2 - 2 * tProbability(t, static_cast<int>(df) - 1));
+    stats_[j + 1][2] = static_cast<float>(2 - 2 * tProbability(t, df - 1));
   }
   finished = !wantActual;
   return true;
 }
 
-float Regress::PredictRun(int iRun) const {
-  float sum = 0;
-  for (std::size_t j = 0; j < terms_.size(); ++j) {
-    float product = terms_[j]->fBeta;
-    if (terms_[j]->sTerm != "0")
-      for (int f : factors_[j]) product *= LevelValue(f, iRun, coded_);
-    sum += product;
+// Refuses a fit whose terms are too nearly collinear for the elimination to
+// keep the printed digits, naming the worst term and its closest partner.
+void Regress::CheckInflation(const std::vector<double>& inverse, const std::vector<double>& diagonal, bool coded) const {
+  const int p = static_cast<int>(diagonal.size());
+  if (Inflation(inverse.data(), p, diagonal.data()) < MAX_INFLATION) return;
+  int worst = 0, partner = -1;
+  double big = -1, link = -1;
+  for (int j = 0; j < p; ++j) {
+    double v = std::fabs(inverse[static_cast<std::size_t>(j * p + j)]) * diagonal[static_cast<std::size_t>(j)];
+    if (!(v <= big)) big = v, worst = j;
   }
-  return sum;
+  for (int k = 0; k < p; ++k) {
+    if (k == worst) continue;
+    double v = std::fabs(inverse[static_cast<std::size_t>(worst * p + k)]) *
+               std::sqrt(diagonal[static_cast<std::size_t>(worst)] * diagonal[static_cast<std::size_t>(k)]);
+    if (!(v <= link)) link = v, partner = k;
+  }
+  const auto name = [&](int j) {
+    const std::string& t = terms_[static_cast<std::size_t>(j)]->sTerm;
+    return t == "0" ? std::string("Constant") : FactorListToText(t);
+  };
+  std::string pair = partner < 0 ? name(worst) : name(std::min(worst, partner)) + " and " + name(std::max(worst, partner));
+  if (coded)
+    throw std::runtime_error("The model cannot be fitted: the terms " + pair + " are too nearly collinear to be told apart");
+  throw std::runtime_error("The model cannot be fitted in actual units: at these factor values the terms " + pair +
+                           " are too nearly collinear to be told apart. Use data coding");
+}
+
+double Regress::Residual(int v) const {
+  return v >= 1 && v <= static_cast<int>(residual_.size()) ? residual_[static_cast<std::size_t>(v - 1)] : 0.0;
 }
 
 double Regress::GetBeta(int iNdx) const {
@@ -313,7 +358,7 @@ float Regress::EvaluateRE(int iRun) const {
   values.fill(MISSING_VALUE);
   const bool coded = (study_->REGRESS_iFlag & 2) != 0;
   for (int f = 1; f <= MAX_EVAL_FACTORS && f <= study_->Factors.Count(); ++f)
-    values[static_cast<std::size_t>(f)] = LevelValue(f, iRun, coded);
+    values[static_cast<std::size_t>(f)] = static_cast<float>(LevelValue(f, iRun, coded));
   return EvaluateRegressionEquation(values);
 }
 

@@ -55,6 +55,8 @@ class Regress {
   float GetStat(int iRow, int iStat) const;
   // The factor that makes the residual of observation v studentised.
   float GetStudentCoeff(int v) const;
+  // The residual of observation v (from 1) as the fit found it, unrounded.
+  double Residual(int v) const;
 
   std::string GetRegressionEquation() const;
   std::string FactorListToText(const std::string& sList) const;
@@ -83,8 +85,8 @@ class Regress {
  private:
   // The value of factor f at a run: its level read as a number (a text that
   // is no number counts as 0), coded when asked.
-  float LevelValue(int factor, int run, bool coded) const;
-  float PredictRun(int iRun) const;
+  double LevelValue(int factor, int run, bool coded) const;
+  void CheckInflation(const std::vector<double>& inverse, const std::vector<double>& diagonal, bool coded) const;
   bool Pass(bool wantActual, bool& finished);
 
   Study* study_ = nullptr;
@@ -101,6 +103,7 @@ class Regress {
   std::vector<double> y_, beta_;
   std::vector<std::vector<double>> inverse_;
   std::vector<float> leverage_;
+  std::vector<double> residual_;
   std::vector<int> obsRun_;  // the run of each observation
   std::vector<std::array<float, 6>> stats_;
   std::array<float, 10> fastK_{};

@@ -96,7 +96,9 @@ TEST_F(ChartClicks, AResidualNamesItsRunAndReplicateAndTheRunsLevels) {
 TEST_F(ChartClicks, AResponsePlotPointIsItsCell) {
   Show(ANALYSIS_RESPLOT);
   for (const DataPoint& p : gPage.Charts[0].DataPoints) {
-    if (p.fY != MISSING_VALUE) EXPECT_EQ(ClickOn(p), p.sId + " : " + FormatNumSF(p.fY));
+    if (p.fY != MISSING_VALUE) {
+      EXPECT_EQ(ClickOn(p), p.sId + " : " + FormatNumSF(p.fY));
+    }
   }
 }
 
