@@ -5,6 +5,19 @@
 
 namespace kestrow {
 
+void CrossProducts(const double* const* columns, int p, const double* y, int n, double* xtx, double* xty) {
+  for (int a = 0; a < p; ++a) {
+    for (int b = 0; b < p; ++b) {
+      double sum = 0;
+      for (int i = 0; i < n; ++i) sum = sum + columns[a][i] * columns[b][i];
+      xtx[static_cast<std::ptrdiff_t>(a) * p + b] = sum;
+    }
+    double sum = 0;
+    for (int i = 0; i < n; ++i) sum = sum + columns[a][i] * y[i];
+    xty[a] = sum;
+  }
+}
+
 void PivotStep(const double* from, int fromSize, const int* pick, int size, int k, double* to) {
   const auto at = [](const double* m, int stride, int i, int j) { return m[static_cast<std::ptrdiff_t>(i) * stride + j]; };
   const int q = pick[k];
@@ -26,28 +39,49 @@ void PivotStep(const double* from, int fromSize, const int* pick, int size, int 
   }
 }
 
-double Inflation(const double* inverse, int size, const double* diagonal) {
+double Inflation(const double* inverse, int stride, int size, const double* diagonal) {
   double worst = 0;
   for (int j = 0; j < size; ++j) {
-    double v = std::fabs(inverse[static_cast<std::ptrdiff_t>(j) * size + j]) * diagonal[j];
+    double v = std::fabs(inverse[static_cast<std::ptrdiff_t>(j) * stride + j]) * diagonal[j];
     if (!(v < worst)) worst = v;  // a NaN counts as the worst
   }
   return worst;
 }
 
-double ResidualSS(const double* const* columns, const double* beta, int p, const double* y, int n, double* pred) {
-  for (int i = 0; i < n; ++i) pred[i] = 0;
+void Solve(const double* inverse, int stride, int p, const double* xty, double* beta) {
   for (int j = 0; j < p; ++j) {
-    const double b = beta[j];
-    const double* x = columns[j];
-    for (int i = 0; i < n; ++i) pred[i] = pred[i] + b * x[i];
+    const double* row = inverse + static_cast<std::ptrdiff_t>(j) * stride;
+    double sum = 0;
+    for (int k = 0; k < p; ++k) sum = sum + row[k] * xty[k];
+    beta[j] = sum;
   }
-  double sse = 0;
-  for (int i = 0; i < n; ++i) {
-    const double r = y[i] - pred[i];
-    sse = sse + r * r;
+}
+
+double ResidualSS(const double* const* columns, const double* beta, int p, const double* y, int n, double* pred) {
+  // Rows eight at a time, each fitted value summed over the terms in order;
+  // the squared residual of row i goes to running sum i mod 4.
+  double part[4] = {0, 0, 0, 0};
+  constexpr int BLOCK = 8;
+  for (int i = 0; i < n; i += BLOCK) {
+    const int m = n - i < BLOCK ? n - i : BLOCK;
+    double acc[BLOCK] = {0, 0, 0, 0, 0, 0, 0, 0};
+    if (m == BLOCK) {
+      for (int j = 0; j < p; ++j) {
+        const double b = beta[j];
+        const double* x = columns[j] + i;
+        for (int k = 0; k < BLOCK; ++k) acc[k] = acc[k] + b * x[k];
+      }
+    } else {
+      for (int j = 0; j < p; ++j)
+        for (int k = 0; k < m; ++k) acc[k] = acc[k] + beta[j] * columns[j][i + k];
+    }
+    for (int k = 0; k < m; ++k) {
+      pred[i + k] = acc[k];
+      const double r = y[i + k] - acc[k];
+      part[(i + k) % 4] = part[(i + k) % 4] + r * r;
+    }
   }
-  return sse;
+  return (part[0] + part[1]) + (part[2] + part[3]);
 }
 
 double TotalSS(const double* y, int n) {

@@ -16,6 +16,9 @@
 
 namespace kestrow {
 
+// X'X and X'y of p columns of n rows, each sum over the rows in their order.
+void CrossProducts(const double* const* columns, int p, const double* y, int n, double* xtx, double* xty);
+
 // One elimination step. The result (size by size, row by row) is the matrix
 // `from` (fromSize square) restricted to the positions pick[0..size), with the
 // term at result position k pivoted. The same step serves the whole
@@ -26,8 +29,11 @@ void PivotStep(const double* from, int fromSize, const int* pick, int size, int 
 // The largest variance inflation of the terms: the diagonal of the inverse
 // against the diagonal of the cross products. A fit whose inflation reaches
 // MAX_INFLATION has lost too many digits to print its coefficients.
-double Inflation(const double* inverse, int size, const double* diagonal);
+double Inflation(const double* inverse, int stride, int size, const double* diagonal);
 inline constexpr double MAX_INFLATION = 1e8;
+
+// The coefficients: the inverse (p square, rows stride apart) times X'y.
+void Solve(const double* inverse, int stride, int p, const double* xty, double* beta);
 
 // Row i of the fitted values and of the residuals, the terms' columns taken
 // in order; the sum of squared residuals. pred is work space of n values.

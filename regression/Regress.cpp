@@ -65,37 +65,52 @@ double Regress::LevelValue(int factor, int run, bool coded) const {
   return coded ? study_->FValueToCode(study_->GetFactorKey(factor), x) : x;
 }
 
-bool Regress::Compute(const std::string& ss) {
+void Regress::Prepare(const std::string& ss) {
   sRVkey_ = ss;
+  study_->ConfigureRV(ss);
+  runStats_.ComputeRV(*study_);
+  stats_.assign(terms_.size() + 1, {});
+  // The rows: run by run, each replicate with a value, or each run's
+  // standard deviation.
+  obsRun_.clear();
+  y_.clear();
+  for (int run = 1; run <= study_->iNumRuns; ++run) {
+    if (useSD_) {
+      float s = runStats_.SampSigRV(run);
+      if (s > MISSING_VALUE) {
+        obsRun_.push_back(run);
+        y_.push_back(s);
+      }
+      continue;
+    }
+    for (int rep = 1; rep <= study_->iReps; ++rep) {
+      float v = study_->GetDataRV(run, rep);
+      if (v == MISSING_VALUE) continue;
+      obsRun_.push_back(run);
+      y_.push_back(v);
+    }
+  }
+  numObs_ = static_cast<std::int16_t>(obsRun_.size());
+}
+
+bool Regress::PrepareColumns(const std::string& ss) {
+  coded_ = true;
+  try {
+    Prepare(ss);
+    BuildColumns();
+    return true;
+  } catch (const std::exception& e) {
+    ReportError(e.what(), TAG);
+    return false;
+  }
+}
+
+bool Regress::Compute(const std::string& ss) {
   const bool wantActual = !coded_;
   coded_ = true;
   bool ok = false;
   try {
-    study_->ConfigureRV(ss);
-    runStats_.ComputeRV(*study_);
-    const std::size_t p = terms_.size();
-    stats_.assign(p + 1, {});
-    // The rows: run by run, each replicate with a value, or each run's
-    // standard deviation.
-    obsRun_.clear();
-    y_.clear();
-    for (int run = 1; run <= study_->iNumRuns; ++run) {
-      if (useSD_) {
-        float s = runStats_.SampSigRV(run);
-        if (s > MISSING_VALUE) {
-          obsRun_.push_back(run);
-          y_.push_back(s);
-        }
-        continue;
-      }
-      for (int rep = 1; rep <= study_->iReps; ++rep) {
-        float v = study_->GetDataRV(run, rep);
-        if (v == MISSING_VALUE) continue;
-        obsRun_.push_back(run);
-        y_.push_back(v);
-      }
-    }
-    numObs_ = static_cast<std::int16_t>(obsRun_.size());
+    Prepare(ss);
     bool finished = false;
     ok = Pass(wantActual, finished);
     if (ok && !finished) {
@@ -110,16 +125,9 @@ bool Regress::Compute(const std::string& ss) {
   return ok;
 }
 
-// One fit: design matrix, normal equations, coefficients, leverages; on the
-// coded pass the statistics. finished tells whether no second pass follows.
-//
-// In actual units the columns are centred and scaled before the elimination
-// and the coefficients brought back after it: factor values of thousands
-// beside values of thousandths, and their squares, would otherwise leave the
-// normal equations with no digit to spare. The residuals and the sums of
-// squares are taken in double precision from the unrounded coefficients, so
-// that responses far from zero keep their digits.
-bool Regress::Pass(bool wantActual, bool& finished) {
+// The design matrix of the rows: the constant, then each term's product of
+// its factors' values at the row's run, coded or actual as the pass is.
+void Regress::BuildColumns() {
   const std::size_t p = terms_.size(), n = obsRun_.size();
   x_.assign(p, std::vector<double>(n, 0.0));
   // The factor values of each run, once.
@@ -131,7 +139,7 @@ bool Regress::Pass(bool wantActual, bool& finished) {
       v.assign(static_cast<std::size_t>(study_->Factors.Count()) + 1, 0.0);
       for (int f = 1; f <= study_->Factors.Count(); ++f) v[static_cast<std::size_t>(f)] = LevelValue(f, run, coded_);
     }
-    x_[0][i] = 1;
+    if (p > 0) x_[0][i] = 1;
     for (std::size_t j = 1; j < p; ++j) {
       double product = 1;
       for (int f : factors_[j])
@@ -139,6 +147,20 @@ bool Regress::Pass(bool wantActual, bool& finished) {
       x_[j][i] = product;
     }
   }
+}
+
+// One fit: design matrix, normal equations, coefficients, leverages; on the
+// coded pass the statistics. finished tells whether no second pass follows.
+//
+// In actual units the columns are centred and scaled before the elimination
+// and the coefficients brought back after it: factor values of thousands
+// beside values of thousandths, and their squares, would otherwise leave the
+// normal equations with no digit to spare. The residuals and the sums of
+// squares are taken in double precision from the unrounded coefficients, so
+// that responses far from zero keep their digits.
+bool Regress::Pass(bool wantActual, bool& finished) {
+  const std::size_t p = terms_.size(), n = obsRun_.size();
+  BuildColumns();
   std::vector<double> centre(p, 0.0), scale(p, 1.0);
   if (!coded_) {
     for (std::size_t j = 1; j < p; ++j) {
@@ -157,14 +179,10 @@ bool Regress::Pass(bool wantActual, bool& finished) {
       }
     }
   }
-  // X'X, each sum over the observations in their order.
-  std::vector<double> xtx(p * p), diagonal(p);
-  for (std::size_t a = 0; a < p; ++a)
-    for (std::size_t b = 0; b < p; ++b) {
-      double sum = 0;
-      for (std::size_t i = 0; i < n; ++i) sum = sum + x_[a][i] * x_[b][i];
-      xtx[a * p + b] = sum;
-    }
+  std::vector<const double*> columns(p);
+  for (std::size_t j = 0; j < p; ++j) columns[j] = x_[j].data();
+  std::vector<double> xtx(p * p), xty(p), diagonal(p);
+  CrossProducts(columns.data(), static_cast<int>(p), y_.data(), static_cast<int>(n), xtx.data(), xty.data());
   for (std::size_t a = 0; a < p; ++a) diagonal[a] = xtx[a * p + a];
   std::vector<int> all(p);
   for (std::size_t k = 0; k < p; ++k) all[k] = static_cast<int>(k);
@@ -176,18 +194,8 @@ bool Regress::Pass(bool wantActual, bool& finished) {
   inverse_.assign(p, std::vector<double>(p, 0.0));
   for (std::size_t a = 0; a < p; ++a)
     for (std::size_t b = 0; b < p; ++b) inverse_[a][b] = work[a * p + b];
-  std::vector<double> xty(p, 0.0);
-  for (std::size_t a = 0; a < p; ++a) {
-    double sum = 0;
-    for (std::size_t i = 0; i < n; ++i) sum = sum + x_[a][i] * y_[i];
-    xty[a] = sum;
-  }
   beta_.assign(p, 0.0);
-  for (std::size_t j = 0; j < p; ++j) {
-    double sum = 0;
-    for (std::size_t k = 0; k < p; ++k) sum = sum + inverse_[j][k] * xty[k];
-    beta_[j] = sum;
-  }
+  Solve(work.data(), static_cast<int>(p), static_cast<int>(p), xty.data(), beta_.data());
   std::vector<double> fitted(beta_);  // the coefficients of the columns as they stand
   if (!coded_ && p > 0) {
     for (std::size_t j = 1; j < p; ++j) {
@@ -221,8 +229,6 @@ bool Regress::Pass(bool wantActual, bool& finished) {
     return false;
   }
   CheckInflation(work, diagonal, true);
-  std::vector<const double*> columns(p);
-  for (std::size_t j = 0; j < p; ++j) columns[j] = x_[j].data();
   std::vector<double> pred(n);
   const double sse = ResidualSS(columns.data(), fitted.data(), static_cast<int>(p), y_.data(), static_cast<int>(n), pred.data());
   residual_.resize(n);
@@ -250,7 +256,7 @@ bool Regress::Pass(bool wantActual, bool& finished) {
 // keep the printed digits, naming the worst term and its closest partner.
 void Regress::CheckInflation(const std::vector<double>& inverse, const std::vector<double>& diagonal, bool coded) const {
   const int p = static_cast<int>(diagonal.size());
-  if (Inflation(inverse.data(), p, diagonal.data()) < MAX_INFLATION) return;
+  if (Inflation(inverse.data(), p, p, diagonal.data()) < MAX_INFLATION) return;
   int worst = 0, partner = -1;
   double big = -1, link = -1;
   for (int j = 0; j < p; ++j) {

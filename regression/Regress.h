@@ -38,6 +38,11 @@ class Regress {
   // Takes the study's flags, response and terms; the terms are the study's
   // own, so a fit writes their coefficients.
   void Init(Study& study);
+  // The flags as REGRESS_iFlag holds them: 1 the standard deviation, 2 coded.
+  void SetFlag(int iFlag) {
+    coded_ = (iFlag & 2) != 0;
+    useSD_ = (iFlag & 1) != 0;
+  }
   // A term of the caller's, kept by the engine (as a search adds them).
   void AddTerm(const Rterm& term);
   // A term that stays the caller's: its coefficient is written there.
@@ -76,6 +81,12 @@ class Regress {
   bool SetupFastConstants();
   float FastEvaluate(float x1, float x2) const;
 
+  // The rows and the coded columns of the terms, as the fit takes them; false,
+  // said, when the response cannot be read.
+  bool PrepareColumns(const std::string& ss);
+  const std::vector<std::vector<double>>& Columns() const { return x_; }
+  const std::vector<double>& Observations() const { return y_; }
+
   std::int16_t NumObs() const { return numObs_; }
   bool Coded() const { return coded_; }
   bool UseSD() const { return useSD_; }
@@ -87,6 +98,8 @@ class Regress {
   // is no number counts as 0), coded when asked.
   double LevelValue(int factor, int run, bool coded) const;
   void CheckInflation(const std::vector<double>& inverse, const std::vector<double>& diagonal, bool coded) const;
+  void Prepare(const std::string& ss);
+  void BuildColumns();
   bool Pass(bool wantActual, bool& finished);
 
   Study* study_ = nullptr;
