@@ -61,20 +61,40 @@ FormOutcome ScreeForm::OK(std::string& message) {
 
 // ---- Residuals ----------------------------------------------------------------
 
+std::vector<ResidualChartRow> ResidualChartRows(const std::string& stored, bool runOrder,
+                                                const std::vector<std::pair<int, std::string>>& factors) {
+  std::vector<ResidualChartRow> rows;
+  std::vector<int> chosen = Numbers(stored);
+  auto add = [&](const std::string& text, int token, bool byDefault) {
+    bool ticked = stored.empty() ? byDefault : std::find(chosen.begin(), chosen.end(), token) != chosen.end();
+    rows.push_back(ResidualChartRow{text, token, ticked});
+  };
+  add(GetText("NPP"), -3, true);
+  if (runOrder) add(GetText("RESot"), -2, true);
+  add(GetText("RESfit"), -1, true);
+  for (const auto& [f, name] : factors) add(GetText("RESfac") + " " + name, f, false);
+  return rows;
+}
+
+std::string ResidualChartList(const std::vector<ResidualChartRow>& rows, std::string& complaint) {
+  std::string list;
+  int count = 0;
+  for (const ResidualChartRow& r : rows)
+    if (r.checked) {
+      list += (list.empty() ? "" : ",") + std::to_string(r.token);
+      ++count;
+    }
+  complaint = count == 0 ? GetText("REGerr1") : count > MAX_CHARTS ? GetText("MCerr1") : "";
+  return complaint.empty() ? list : std::string();
+}
+
 ResidualsForm::ResidualsForm(Study& study, const Statistics& stats) : study_(study) {
   rvList = FillRVList(study, stats, 3);
   rvIndex = ChosenRV(rvList, study.RESIDUAL_sRVkey);
-  std::vector<int> chosen = Numbers(study.RESIDUAL_sCharts);
-  bool none = study.RESIDUAL_sCharts.empty();
-  auto add = [&](const std::string& text, int token, bool byDefault) {
-    bool ticked = none ? byDefault : std::find(chosen.begin(), chosen.end(), token) != chosen.end();
-    rows.push_back(Row{text, token, ticked});
-  };
-  add(GetText("NPP"), -3, true);
+  std::vector<std::pair<int, std::string>> factors;
+  for (int f = 1; f <= study.Factors.Count(); ++f) factors.emplace_back(f, study.GetFactorName(f));
   // The run order exists only where the study was given one.
-  if (HasRunSequence(study)) add(GetText("RESot"), -2, true);
-  add(GetText("RESfit"), -1, true);
-  for (int f = 1; f <= study.Factors.Count(); ++f) add(GetText("RESfac") + " " + study.GetFactorName(f), f, false);
+  rows = ResidualChartRows(study.RESIDUAL_sCharts, HasRunSequence(study), factors);
   before_ = Snapshot();
 }
 
@@ -89,21 +109,8 @@ bool ResidualsForm::Edited() const { return Snapshot() != before_; }
 FormOutcome ResidualsForm::OK(std::string& message) {
   message = ResponseComplaint(rvIndex, rvList.size());
   if (!message.empty()) return FormOutcome::Refused;
-  std::string list;
-  int count = 0;
-  for (const Row& r : rows)
-    if (r.checked) {
-      list += (list.empty() ? "" : ",") + std::to_string(r.token);
-      ++count;
-    }
-  if (count == 0) {
-    message = GetText("REGerr1");
-    return FormOutcome::Refused;
-  }
-  if (count > MAX_CHARTS) {
-    message = GetText("MCerr1");
-    return FormOutcome::Refused;
-  }
+  std::string list = ResidualChartList(rows, message);
+  if (!message.empty()) return FormOutcome::Refused;
   const std::string& key = rvList[static_cast<std::size_t>(rvIndex)].key;
   stored = key != study_.RESIDUAL_sRVkey || list != study_.RESIDUAL_sCharts;
   study_.RESIDUAL_sRVkey = key;

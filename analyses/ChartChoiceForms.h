@@ -31,14 +31,26 @@ class ScreeForm {
   std::string before_;
 };
 
+// A row of the check grid of residual charts.
+struct ResidualChartRow {
+  std::string text;
+  int token = 0;  // -3 probability plot, -2 run order, -1 fitted values, n factor n
+  bool checked = false;
+};
+
+// The grid of residual charts: the probability plot, the run order where
+// offered, the fitted values, and the factors given; ticked as the stored
+// list has them, or the first three when nothing is stored.
+std::vector<ResidualChartRow> ResidualChartRows(const std::string& stored, bool runOrder,
+                                                const std::vector<std::pair<int, std::string>>& factors);
+// The list of the ticked rows; empty with the complaint for none (REGerr1)
+// or more than six (MCerr1).
+std::string ResidualChartList(const std::vector<ResidualChartRow>& rows, std::string& complaint);
+
 // The residuals: a response and a check grid of charts, one to six.
 class ResidualsForm {
  public:
-  struct Row {
-    std::string text;
-    int token = 0;  // -3 probability plot, -2 run order, -1 fitted values, n factor n
-    bool checked = false;
-  };
+  using Row = ResidualChartRow;
 
   ResidualsForm(Study& study, const Statistics& stats);
   FormOutcome OK(std::string& message);

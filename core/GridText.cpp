@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <sstream>
 
 #include "core/Grid.h"
 #include "core/Json.h"
@@ -17,22 +18,32 @@ std::string ColourText(Colour c) {
   return JsonQuote(text);
 }
 
-std::string Rows(const Grid& g, const std::function<std::string(int, int)>& cell) {
-  std::string out = "[";
-  for (int r = 0; r < g.Rows(); ++r) {
-    out += r ? ",\n  [" : "\n  [";
-    for (int c = 0; c < g.Cols(); ++c) out += (c ? ", " : "") + cell(r, c);
-    out += "]";
-  }
-  return out + (g.Rows() ? "\n ]" : "]");
-}
-
 }  // namespace
 
+void TableToJson(std::ostream& out, std::int64_t rows, int cols, const std::function<std::string(std::int64_t, int)>& text,
+                 const std::function<Colour(std::int64_t, int)>& back, const std::function<Colour(std::int64_t, int)>& fore) {
+  auto part = [&](const char* name, const std::function<std::string(std::int64_t, int)>& cell) {
+    out << (name[0] == 'r' ? "{\"" : ",\n \"") << name << "\": [";
+    for (std::int64_t r = 0; r < rows; ++r) {
+      out << (r ? ",\n  [" : "\n  [");
+      for (int c = 0; c < cols; ++c) out << (c ? ", " : "") << cell(r, c);
+      out << "]";
+    }
+    out << (rows ? "\n ]" : "]");
+  };
+  part("rows", [&](std::int64_t r, int c) { return JsonQuote(text(r, c)); });
+  part("back", [&](std::int64_t r, int c) { return ColourText(back(r, c)); });
+  part("fore", [&](std::int64_t r, int c) { return ColourText(fore(r, c)); });
+  out << "}\n";
+}
+
 std::string GridToJson(const Grid& g) {
-  return "{\"rows\": " + Rows(g, [&](int r, int c) { return JsonQuote(g.Text(r, c)); }) +
-         ",\n \"back\": " + Rows(g, [&](int r, int c) { return ColourText(g.Back(r, c)); }) +
-         ",\n \"fore\": " + Rows(g, [&](int r, int c) { return ColourText(g.Fore(r, c)); }) + "}\n";
+  std::ostringstream out;
+  TableToJson(
+      out, g.Rows(), g.Cols(), [&](std::int64_t r, int c) { return g.Text(static_cast<int>(r), c); },
+      [&](std::int64_t r, int c) { return g.Back(static_cast<int>(r), c); },
+      [&](std::int64_t r, int c) { return g.Fore(static_cast<int>(r), c); });
+  return out.str();
 }
 
 std::string GridToTsv(const Grid& g) {

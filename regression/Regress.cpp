@@ -37,8 +37,7 @@ std::vector<int> TermFactors(const std::string& sTerm) {
 void Regress::Init(Study& study) {
   study_ = &study;
   ZapTerms();
-  coded_ = (study.REGRESS_iFlag & 2) != 0;
-  useSD_ = (study.REGRESS_iFlag & 1) != 0;
+  SetFlag(study.REGRESS_iFlag);
   sRVkey_ = study.REGRESS_sRVkey;
   for (int i = 1; i <= study.REGRESS_Rterms.Count(); ++i) AddTermRef(study.REGRESS_Rterms(i));
 }
@@ -73,12 +72,14 @@ void Regress::Prepare(const std::string& ss) {
   // The rows: run by run, each replicate with a value, or each run's
   // standard deviation.
   obsRun_.clear();
+  obsRep_.clear();
   y_.clear();
   for (int run = 1; run <= study_->iNumRuns; ++run) {
     if (useSD_) {
       float s = runStats_.SampSigRV(run);
       if (s > MISSING_VALUE) {
         obsRun_.push_back(run);
+        obsRep_.push_back(0);
         y_.push_back(s);
       }
       continue;
@@ -87,6 +88,7 @@ void Regress::Prepare(const std::string& ss) {
       float v = study_->GetDataRV(run, rep);
       if (v == MISSING_VALUE) continue;
       obsRun_.push_back(run);
+      obsRep_.push_back(rep);
       y_.push_back(v);
     }
   }
@@ -362,7 +364,7 @@ float Regress::EvaluateRegressionEquation(const std::array<float, MAX_EVAL_FACTO
 float Regress::EvaluateRE(int iRun) const {
   std::array<float, MAX_EVAL_FACTORS + 1> values;
   values.fill(MISSING_VALUE);
-  const bool coded = (study_->REGRESS_iFlag & 2) != 0;
+  const bool coded = (study_->REGRESS_iFlag & REGRESS_CODED) != 0;
   for (int f = 1; f <= MAX_EVAL_FACTORS && f <= study_->Factors.Count(); ++f)
     values[static_cast<std::size_t>(f)] = static_cast<float>(LevelValue(f, iRun, coded));
   return EvaluateRegressionEquation(values);

@@ -23,6 +23,12 @@ class Statistics;
 inline constexpr float NOT_MAIN_TERM = -999999680.0f;  // the constant and any product term
 inline constexpr float FREE_AXIS = -999999616.0f;      // a factor free on a slice
 
+// The bits of REGRESS_iFlag: the model is of each run's standard deviation;
+// the factors enter coded; its residual charts are studentised.
+inline constexpr std::int16_t REGRESS_SD = 1;
+inline constexpr std::int16_t REGRESS_CODED = 2;
+inline constexpr std::int16_t REGRESS_STUDENTISED = 4;
+
 // The most factors an evaluation takes (value tables run from 1 to 31).
 inline constexpr int MAX_EVAL_FACTORS = 31;
 
@@ -40,8 +46,8 @@ class Regress {
   void Init(Study& study);
   // The flags as REGRESS_iFlag holds them: 1 the standard deviation, 2 coded.
   void SetFlag(int iFlag) {
-    coded_ = (iFlag & 2) != 0;
-    useSD_ = (iFlag & 1) != 0;
+    coded_ = (iFlag & REGRESS_CODED) != 0;
+    useSD_ = (iFlag & REGRESS_SD) != 0;
   }
   // A term of the caller's, kept by the engine (as a search adds them).
   void AddTerm(const Rterm& term);
@@ -62,6 +68,11 @@ class Regress {
   float GetStudentCoeff(int v) const;
   // The residual of observation v (from 1) as the fit found it, unrounded.
   double Residual(int v) const;
+  // The run and the replicate of observation v (replicate 0 for a run's
+  // standard deviation), and its value.
+  int ObsRun(int v) const { return InObs(v) ? obsRun_[static_cast<std::size_t>(v - 1)] : 0; }
+  int ObsRep(int v) const { return InObs(v) ? obsRep_[static_cast<std::size_t>(v - 1)] : 0; }
+  double Observation(int v) const { return InObs(v) ? y_[static_cast<std::size_t>(v - 1)] : 0.0; }
 
   std::string GetRegressionEquation() const;
   std::string FactorListToText(const std::string& sList) const;
@@ -117,7 +128,8 @@ class Regress {
   std::vector<std::vector<double>> inverse_;
   std::vector<float> leverage_;
   std::vector<double> residual_;
-  std::vector<int> obsRun_;  // the run of each observation
+  bool InObs(int v) const { return v >= 1 && v <= static_cast<int>(obsRun_.size()); }
+  std::vector<int> obsRun_, obsRep_;  // the run and replicate of each observation
   std::vector<std::array<float, 6>> stats_;
   std::array<float, 10> fastK_{};
 };

@@ -66,6 +66,7 @@ std::string AnalysisUnavailableReason(const Study& s, const Statistics& st, int 
     case ANALYSIS_MMEANS:
       return First({DataCheck(s, st), DesignCheck(s)});
     case ANALYSIS_REGRESSION:
+    case ANALYSIS_SCATTERGRAM:
       if (std::string r = DataCheck(s, st); !r.empty()) return r;
       if (s.CountDiscrete() == s.Factors.Count()) return "There are no quantitative factors - cannot perform regression";
       return "";

@@ -47,36 +47,40 @@ void LogLine(const std::string& text) {
 void LogGrid(int col1, int col2, const Grid& grid) {
   col1 = std::max(col1, 0);
   col2 = std::min(col2, grid.Cols() - 1);
-  // A cell merged across columns (a title) is written as a line of its own
-  // and does not widen its column.
-  auto merged = [&](int r, int c) {
-    const Grid::Range* m = grid.MergeAt(r, c);
-    return m && m->cols > 1;
-  };
-  std::vector<std::size_t> widths;
-  for (int c = col1; c <= col2; ++c) {
-    std::size_t w = 0;
-    for (int r = 0; r < grid.Rows(); ++r)
-      if (!merged(r, c)) w = std::max(w, CharCount(grid.Text(r, c)));
-    widths.push_back(w);
+  // A cell merged across columns (a title) is written as a line of its own.
+  LogTable(
+      grid.Rows(), col2 - col1 + 1, grid.FixedRows,
+      [&](std::int64_t r, int c) { return grid.Text(static_cast<int>(r), col1 + c); },
+      [&](std::int64_t r) {
+        const Grid::Range* m = grid.MergeAt(static_cast<int>(r), col1);
+        return m && m->cols > 1 ? grid.Text(static_cast<int>(r), m->col) : std::string();
+      });
+}
+
+void LogTable(std::int64_t rows, int cols, int fixedRows, const std::function<std::string(std::int64_t, int)>& cell,
+              const std::function<std::string(std::int64_t)>& title) {
+  auto titled = [&](std::int64_t r) { return title ? title(r) : std::string(); };
+  std::vector<std::size_t> widths(static_cast<std::size_t>(std::max(cols, 0)), 0);
+  for (std::int64_t r = 0; r < rows; ++r) {
+    if (!titled(r).empty()) continue;
+    for (int c = 0; c < cols; ++c) widths[static_cast<std::size_t>(c)] = std::max(widths[static_cast<std::size_t>(c)], CharCount(cell(r, c)));
   }
-  auto row = [&](auto cell) {
-    std::string line;
-    for (int c = col1; c <= col2; ++c) {
-      if (c > col1) line += ' ';
-      line += PadRight(cell(c), widths[static_cast<std::size_t>(c - col1)]);
+  auto line = [&](auto text) {
+    std::string out;
+    for (int c = 0; c < cols; ++c) {
+      if (c > 0) out += ' ';
+      out += PadRight(text(c), widths[static_cast<std::size_t>(c)]);
     }
-    line.erase(line.find_last_not_of(' ') + 1);
-    LogLine(line);
+    out.erase(out.find_last_not_of(' ') + 1);
+    LogLine(out);
   };
-  for (int r = 0; r < grid.Rows(); ++r) {
-    if (merged(r, col1)) {
-      LogLine(grid.Text(r, grid.MergeAt(r, col1)->col));
+  for (std::int64_t r = 0; r < rows; ++r) {
+    if (std::string t = titled(r); !t.empty()) {
+      LogLine(t);
       continue;
     }
-    row([&](int c) { return grid.Text(r, c); });
-    if (r + 1 == grid.FixedRows)
-      row([&](int c) { return std::string(widths[static_cast<std::size_t>(c - col1)], '_'); });
+    line([&](int c) { return cell(r, c); });
+    if (r + 1 == fixedRows) line([&](int c) { return std::string(widths[static_cast<std::size_t>(c)], '_'); });
   }
 }
 

@@ -3,6 +3,8 @@
 // problem, study) and closes with a rule; the file is only ever appended to.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 
 namespace kestrow {
@@ -18,6 +20,12 @@ void LogLine(const std::string& text);
 // Writes columns col1 to col2 of the grid, each as wide as its widest cell,
 // with a row of "_" under the fixed rows.
 void LogGrid(int col1, int col2, const Grid& grid);
+// The same for a table given by its cells: rows by cols, the first fixedRows
+// underlined; a row whose title is not empty is that line alone and does not
+// widen a column. Rows are asked for twice, so a table of any length needs no
+// copy.
+void LogTable(std::int64_t rows, int cols, int fixedRows, const std::function<std::string(std::int64_t, int)>& cell,
+              const std::function<std::string(std::int64_t)>& title = nullptr);
 // Writes the rule, closes, and tells how many lines were written.
 void CloseLog();
 

@@ -12,9 +12,14 @@
 #include "analyses/Residuals.h"
 #include "analyses/RunChart.h"
 #include "analyses/ScreePlot.h"
+#include "regression/Regress.h"
+#include "regression/RegressionReport.h"
+#include "regression/RegressionResiduals.h"
+#include "regression/Scattergram.h"
 #include "charts/ChartPage.h"
 #include "charts/Chart.h"
 #include "core/Study.h"
+#include "core/Ui.h"
 #include "workbench/Availability.h"
 #include "workbench/ProblemTree.h"
 
@@ -30,7 +35,10 @@ bool IsAnalysisBuilt(int code) {
     case ANALYSIS_FXPLOT:
     case ANALYSIS_RESPLOT:
     case ANALYSIS_MMEANS:
-    case ANALYSIS_PAIRWISE: return true;
+    case ANALYSIS_PAIRWISE:
+    case ANALYSIS_REGRESSION:
+    case ANALYSIS_REGRESSION_RESIDUALS:
+    case ANALYSIS_SCATTERGRAM: return true;
     default: return false;
   }
 }
@@ -105,6 +113,18 @@ bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid, const s
     case ANALYSIS_PAIRWISE: return Pairwise(study, stats);
     case ANALYSIS_SCREE: return SetupScreePlot(study, stats, list(study.ANOVA_sCharts));
     case ANALYSIS_RUNCHART: return SetupRunChart(study, stats, list(RunChartList(study)));
+    case ANALYSIS_REGRESSION: return DrawRegression(study, grid);
+    case ANALYSIS_REGRESSION_RESIDUALS:
+      return SetupResiduals2(study, stats, list(study.REGRESS_RES_sCharts), (study.REGRESS_iFlag & REGRESS_STUDENTISED) != 0);
+    case ANALYSIS_SCATTERGRAM: {
+      ScatterChoice choice;
+      std::string complaint;
+      if (!ParseScatterChoice(study, stats, detail, choice, complaint)) {
+        ErrorBox("The scattergram cannot be drawn: " + complaint);
+        return false;
+      }
+      return SetupScattergram(study, stats, choice);
+    }
     default: return false;
   }
 }

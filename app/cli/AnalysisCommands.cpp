@@ -25,7 +25,7 @@ namespace kestrow::cli {
 int Analyse(const Words& words) {
   Args a;
   std::string complaint;
-  if (!ParseArgs(words, {"--study", "--code", "--report", "--image", "--size"}, a, complaint, {"--tsv"}))
+  if (!ParseArgs(words, {"--study", "--code", "--report", "--image", "--size", "--detail"}, a, complaint, {"--tsv"}))
     return Usage(complaint);
   if (a.positional.size() != 1 || !a.Has("--study") || a.Has("--code") == a.Has("--report"))
     return Usage("analyse takes a problem file, --study KEY and either --code N or --report ipo|multichart");
@@ -36,6 +36,7 @@ int Analyse(const Words& words) {
   if (a.Has("--report")) {
     const std::string report = a.Option("--report");
     if (report != "ipo" && report != "multichart") return Usage("--report takes ipo or multichart");
+    if (a.Has("--detail")) return Usage("--detail picks a chart of an analysis, not of a report");
     if (a.Flag("--tsv")) return Usage("the reports draw charts; --tsv is for grids");
     if (!OpenProgramFiles()) return FAILED;
     auto problem = LoadProblem(a.positional[0]);
@@ -58,6 +59,7 @@ int Analyse(const Words& words) {
   if (!charts && (a.Has("--image") || a.Has("--size")))
     return Usage("analysis " + std::to_string(code) + " prints a grid; --image and --size are for the analyses that draw charts");
   if (charts && a.Flag("--tsv")) return Usage("analysis " + std::to_string(code) + " draws charts; --tsv is for grids");
+  if (!charts && a.Has("--detail")) return Usage("analysis " + std::to_string(code) + " prints a grid; --detail picks a chart");
   if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
   if (!OpenProgramFiles()) return FAILED;
   auto problem = LoadProblem(a.positional[0]);
@@ -73,7 +75,7 @@ int Analyse(const Words& words) {
                   " has no settings yet; set it up in the workbench first");
   Grid grid;
   if (charts) gphStart();
-  if (!DrawAnalysis(code, *s, stats, grid)) return FAILED;
+  if (!DrawAnalysis(code, *s, stats, grid, a.Has("--detail") ? a.Option("--detail") : std::string())) return FAILED;
   if (charts) return PrintChartList(gPage, a.Has("--image") ? a.Option("--image") : std::string(), width, height);
   std::cout << (a.Flag("--tsv") ? GridToTsv(grid) : GridToJson(grid));
   return OK;

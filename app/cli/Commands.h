@@ -20,6 +20,7 @@ int Report(const Words& words);
 int Designs(const Words& words);
 int Design(const Words& words);
 int Analyse(const Words& words);
+int Apr(const Words& words);
 int Stat(const Words& words);
 int Draw(const Words& words);
 
