@@ -33,7 +33,7 @@ class AnalysisDialog : public QDialog {
     FromForm();
     std::string message;
     if (form_.OK(message) == FormOutcome::Refused) {
-      ErrorBox(message);
+      if (!message.empty()) ErrorBox(message);  // an empty refusal has been told already
       return;
     }
     accept();

@@ -238,6 +238,7 @@ void frmMain::BuildMenus() {
   auto* scatter = new QAction("S&cattergram", this);
   scatter->setObjectName("mnuScattergram");
   scatter->setEnabled(false);
+  connect(scatter, &QAction::triggered, this, &frmMain::mnuScattergram_Click);
   menuBar()->addAction(scatter);
   actions_["mnuScattergram"] = scatter;
 
@@ -515,6 +516,7 @@ void frmMain::UpdateMenus() {
     Action(name)->setEnabled(paneName_ == PANE_DATA && gStudy);
   Action("mnuStudyTransform")->setEnabled(gStudy && !gStudy->StudyRespVars.Empty());
   Action("mnuStudyNonlin")->setEnabled(gStudy && (gStudy->iDesFlag & DES_CENTRE_POINTS) && gStudy->iReps > 1);
+  Action("mnuScattergram")->setEnabled(gStudy != nullptr);
   bool charts = ChartsOnShow();
   Action("tbAddLog")->setEnabled(!paneName_.empty());
   Action("mnuFileSaveGraphic")->setEnabled(charts && !gPage.Charts.empty());

@@ -109,6 +109,7 @@ class frmMain : public QMainWindow {
   void mnuStudyRandomise_Click();
   void mnuStudyTransform_Click();
   void mnuStudyNonlin_Click();
+  void mnuScattergram_Click();
   // Shows the analysis of giAnalysis for gStudy: mode 1 shows it, opening its
   // dialog first when it has no settings yet; any other mode opens the dialog
   // first.

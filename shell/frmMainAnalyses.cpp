@@ -18,9 +18,12 @@
 #include "shell/frmMChart.h"
 #include "shell/frmMMP.h"
 #include "shell/frmPairwise.h"
+#include "shell/frmRegress.h"
+#include "shell/RegressionChartDialogs.h"
 #include "shell/frmResponse.h"
 #include "shell/frmMain.h"
 #include "shell/frmNonLin.h"
+#include "regression/Scattergram.h"
 #include "workbench/Availability.h"
 #include "workbench/MultiChart.h"
 #include "workbench/ChartLog.h"
@@ -53,6 +56,8 @@ bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
     case ANALYSIS_RESPLOT: return Run<frmResponse>(study, parent, changed);
     case ANALYSIS_MMEANS: return Run<frmMMP>(study, parent, changed);
     case ANALYSIS_PAIRWISE: return Run<frmPairwise>(study, parent, changed);
+    case ANALYSIS_REGRESSION: return Run<frmRegress>(study, parent, changed);
+    case ANALYSIS_REGRESSION_RESIDUALS: return Run<frmResiduals2>(study, parent, changed);
     default: return false;
   }
 }
@@ -102,6 +107,25 @@ void frmMain::ShowEditMultiChart(bool edit) {
   ClearPane();
   ShowMultiChart(*gStudy, gStats);  // the charts made before a failure stay on show
   ShowChartPage("MultiChart");
+}
+
+// The scattergram has no node: the menu asks for its response and factor
+// each time, and nothing is stored.
+void frmMain::mnuScattergram_Click() {
+  if (!gStudy) return;
+  UnLoadDataGrid();
+  gStats.Compute(*gStudy);
+  std::string reason = AnalysisUnavailableReason(*gStudy, gStats, ANALYSIS_SCATTERGRAM);
+  if (!reason.empty()) {
+    ErrorBox(reason);
+    return;
+  }
+  frmScattergram dialog(*gStudy, gStats, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  ClearPane();
+  gphStart();
+  SetupScattergram(*gStudy, gStats, dialog.Choice());
+  ShowChartPage(AnalysisPaneName(ANALYSIS_SCATTERGRAM));
 }
 
 void frmMain::mnuStudyNonlin_Click() {
