@@ -68,13 +68,15 @@ frmRegress::frmRegress(Study& study, const Statistics& stats, QWidget* parent)
     optModel[i] = new QRadioButton(modelCaptions[i], model);
     optModel[i]->setObjectName(QString("optModel_%1").arg(i));
     modelRows->addWidget(optModel[i]);
+  }
+  // The stored type is set before the toggles are heard: the grid is not built yet.
+  optModel[form_.optModel]->setChecked(true);
+  for (int i = 0; i < 4; ++i)
     connect(optModel[i], &QRadioButton::toggled, this, [this, i](bool on) {
       if (!on) return;
       form_.optModel_Click(i);
       ToGrid();
     });
-  }
-  optModel[form_.optModel]->setChecked(true);
   options->addWidget(model);
   layout->addLayout(options);
 
@@ -132,16 +134,21 @@ void frmRegress::FromForm() {
 void frmRegress::ToGrid() {
   const QSignalBlocker block(grdTerms);
   grdTerms->setRowCount(static_cast<int>(form_.rows.size()));
+  // The items are kept and set: a tick arrives from inside the item it changes.
+  auto cell = [this](int r, int c) {
+    QTableWidgetItem* item = grdTerms->item(r, c);
+    if (!item) grdTerms->setItem(r, c, item = new QTableWidgetItem);
+    return item;
+  };
   for (int r = 0; r < grdTerms->rowCount(); ++r) {
     const RegressForm::Row& row = form_.rows[static_cast<std::size_t>(r)];
-    grdTerms->setItem(r, COL_TERM, new QTableWidgetItem(Q(row.text)));
-    auto* tick = new QTableWidgetItem;
+    cell(r, COL_TERM)->setText(Q(row.text));
+    QTableWidgetItem* tick = cell(r, COL_TICK);
     // The constant is always in the model.
     tick->setFlags(row.sTerm == "0" ? Qt::ItemIsUserCheckable : Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
     tick->setCheckState(row.checked ? Qt::Checked : Qt::Unchecked);
-    grdTerms->setItem(r, COL_TICK, tick);
-    grdTerms->setItem(r, COL_COEFF, new QTableWidgetItem(Q(row.coefficient)));
-    grdTerms->setItem(r, COL_P, new QTableWidgetItem(Q(row.significance)));
+    cell(r, COL_COEFF)->setText(Q(row.coefficient));
+    cell(r, COL_P)->setText(Q(row.significance));
   }
   grdTerms->resizeColumnsToContents();
   ShowLabels();
