@@ -1,8 +1,11 @@
 #include "shell/frmAPR.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QColor>
 #include <QDialogButtonBox>
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -31,6 +34,7 @@ QVariant APRResultsModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rows_) return {};
   const std::int64_t row = index.row() + 1;  // the form's row 0 is the heading
   if (role == Qt::DisplayRole) return Q(form_.Cell(row, index.column()));
+  if (role == Qt::ToolTipRole && index.column() == APRForm::TERMS) return Q(form_.Cell(row, APRForm::TERMS));
   if (role == Qt::BackgroundRole) {
     Colour c = form_.Back(row);
     if (c != DEFAULT_COLOUR) return QColor(static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF), static_cast<int>((c >> 16) & 0xFF));
@@ -97,7 +101,10 @@ frmAPR::frmAPR(Study& study, const std::string& rvKey, int flag,
   grdResults->verticalHeader()->setDefaultSectionSize(grdResults->fontMetrics().height() + 6);
   grdResults->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
   const int twips[APRForm::COLUMNS] = {4275, 1200, 960, 960, 240, 960, 960, 960};
-  for (int c = 0; c < APRForm::COLUMNS; ++c) grdResults->setColumnWidth(c, twips[c] / 15);
+  // The designed widths, but never narrower than the heading.
+  const QFontMetrics heading(grdResults->horizontalHeader()->font());
+  for (int c = 0; c < APRForm::COLUMNS; ++c)
+    grdResults->setColumnWidth(c, std::max(twips[c] / 15, heading.horizontalAdvance(Q(form_.Heading(c))) + 16));
   grdResults->setColumnHidden(APRForm::SS, true);
   grdResults->setColumnHidden(APRForm::NUMTERMS, true);
   grdResults->setMinimumSize(640, 300);
@@ -153,8 +160,7 @@ void frmAPR::cmdStart_Click() {
                        (form_.Search().Finished() ? QString() : QString(" before the search was stopped")));
   if (form_.BestRow() > 0) {
     QModelIndex best = model_->index(static_cast<int>(form_.BestRow() - 1), 0);
-    grdResults->scrollTo(best, QAbstractItemView::PositionAtCenter);
-    grdResults->selectRow(best.row());
+    grdResults->scrollTo(best, QAbstractItemView::PositionAtCenter);  // in its own colour, not selected
   }
 }
 

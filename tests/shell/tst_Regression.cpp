@@ -30,6 +30,15 @@ using test::T;
 
 namespace {
 
+// With KESTROW_SHOTS set, the widget as shown, for a person to look at.
+void Shot(QWidget* w, const char* name) {
+  if (const char* shots = std::getenv("KESTROW_SHOTS")) {
+    w->show();
+    QTest::qWait(50);
+    w->grab().save(QString(shots) + "/" + name + ".png");
+  }
+}
+
 // Runs f on the modal dialog of type D as soon as it is up.
 template <class D, class F>
 void WhenUp(F f) {
@@ -105,6 +114,7 @@ class tst_Regression : public QObject {
     QCOMPARE(d.grdTerms->item(4, frmRegress::COL_TICK)->checkState(), Qt::Unchecked);  // Time x Time
     QCOMPARE(d.grdTerms->item(5, frmRegress::COL_TICK)->checkState(), Qt::Checked);
     d.cmdRegress->click();
+    Shot(&d, "frmRegress");
     QVERIFY(!d.lblEquation->text().isEmpty());
     QVERIFY(!d.grdTerms->item(2, frmRegress::COL_COEFF)->text().isEmpty());
     QVERIFY(d.grdTerms->item(1, frmRegress::COL_COEFF)->text().isEmpty());
@@ -117,14 +127,15 @@ class tst_Regression : public QObject {
   // Search from the dialog, Start, Exit: the best row comes back ticked.
   void theSearchCopiesItsBestModelBack() {
     frmRegress d(Composite(), gStats);
-    d.optModel[0]->setChecked(true);  // linear: the search of A, B
+    d.optModel[2]->setChecked(true);
     std::uint32_t mask = 0;
     WhenUp<frmAPR>([&mask](frmAPR* s) {
-      QCOMPARE(s->lblModelType->text(), QString("Linear"));
+      QCOMPARE(s->lblModelType->text(), QString("Quadratic + Interactions"));
       s->cmdStart->click();
       QVERIFY(s->Form().BestRow() > 0);
       QCOMPARE(s->grdResults->model()->rowCount(), int(s->Form().Rows() - 1));
       QVERIFY(s->cmdPrint->isEnabled());
+      Shot(s, "frmAPR");
       s->cmdExit->click();
       mask = s->CopyBackMask();
     });
@@ -199,12 +210,8 @@ class tst_Regression : public QObject {
     QVERIFY(w.ChartsOnShow());
     QCOMPARE(gPage.Charts.size(), std::size_t(2));
     QCOMPARE(gPage.Charts[0].chtType, std::int16_t(CHT_REG_NPP));
-    if (const char* shots = std::getenv("KESTROW_SHOTS")) {
-      w.resize(1200, 800);
-      w.show();
-      QTest::qWait(50);
-      w.grab().save(QString(shots) + "/regression-residuals.png");
-    }
+    w.resize(1200, 800);
+    Shot(&w, "regression-residuals");
     gProblem->bChanged = false;
   }
 
