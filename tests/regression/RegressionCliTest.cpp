@@ -80,7 +80,7 @@ TEST_F(RegressionCliTest, TheSearchListsItsModelsAndCopiesTheBestBack) {
   r = test::RunCli(dir, "apr " + Sampdata("CentralComposite") + " --study s9");
   EXPECT_EQ(r.code, 1);
   EXPECT_NE(r.err.find("no study with the key s9"), std::string::npos) << r.err;
-  r = test::RunCli(dir, "apr " + Sampdata("FiltrationRate") + " --study s1");
+  r = test::RunCli(dir, "apr " + Sampdata("ChemicalYield") + " --study s1");
   EXPECT_EQ(r.code, 1);
   EXPECT_NE(r.err.find("has no settings yet"), std::string::npos) << r.err;
 }
