@@ -6,6 +6,8 @@
 // list with its Cp and best row.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <memory>
 
@@ -80,8 +82,22 @@ void BM_AllPossibleRegressions(benchmark::State& state) {
   for (const TermEntry& e : RegressionTerms(s, static_cast<int>(state.range(0)))) grid.emplace_back(e.sText, e.sTerm);
   APRSearch search;
   if (!search.Prepare(s, "v1", 2, APRSearch::TermTable(grid))) state.SkipWithError("cannot prepare");
-  for (auto _ : state)
-    if (!search.Run(false, [] { return true; })) state.SkipWithError("the search stopped");
+  // The longest wait between two looks at the window (from the start, to the
+  // end): how long a Stop can wait to be heard.
+  using Clock = std::chrono::steady_clock;
+  double longestGap = 0;
+  for (auto _ : state) {
+    Clock::time_point last = Clock::now();
+    const auto look = [&] {
+      const Clock::time_point now = Clock::now();
+      longestGap = std::max(longestGap, std::chrono::duration<double, std::milli>(now - last).count());
+      last = now;
+      return true;
+    };
+    if (!search.Run(false, look)) state.SkipWithError("the search stopped");
+    look();
+  }
+  state.counters["stop_wait_ms"] = longestGap;
   state.counters["subsets"] = static_cast<double>(search.Subsets());
   state.counters["rows"] = static_cast<double>(search.Rows().size());
   state.counters["collinear"] = static_cast<double>(search.Collinear());

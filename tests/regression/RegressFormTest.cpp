@@ -129,6 +129,17 @@ TEST_F(RegressFormTest, RefusalsNameTheirCauseAndLeaveTheStudyAsItWas) {
   EXPECT_FALSE(f.VetForSearch());
   EXPECT_EQ(s.REGRESS_Rterms.Count(), before);
 
+  // A study without data: the fit finds no observation and says so; nothing
+  // is stored.
+  Study& empty = TwoLevel(2, 1);
+  RegressForm e(empty, stats);
+  const std::size_t said = ui->messages.size();
+  EXPECT_EQ(e.OK(message), FormOutcome::Refused);
+  ASSERT_EQ(ui->messages.size(), said + 1);
+  EXPECT_EQ(ui->messages.back().text, "Insufficent D.O.F. to compute this equation");
+  EXPECT_EQ(empty.REGRESS_Rterms.Count(), 0);
+  EXPECT_EQ(empty.REGRESS_sRVkey, "");
+
   Study& replicated = TwoLevel(2, 2);
   Fill(replicated, {{1, 2}, {3, 5}, {4, 4}, {8, 9}});
   RegressForm g(replicated, stats);
