@@ -6,8 +6,7 @@
 // an independent least squares.
 #include <gtest/gtest.h>
 
-#include "LeastSquares.h"
-#include "analyses/ChartFixture.h"
+#include "RegressionFixture.h"
 #include "core/Formatters.h"
 #include "core/Grid.h"
 #include "core/Language.h"
@@ -21,7 +20,7 @@
 namespace kestrow {
 namespace {
 
-class RegressFormTest : public test::ChartFixture {
+class RegressFormTest : public test::RegressionFixture {
  protected:
   static std::string Ticks(const RegressForm& f) {
     std::string s;
@@ -247,15 +246,7 @@ TEST_F(RegressFormTest, TheReportListsTheModelAndEachObservation) {
 
   Study& rep = TwoLevel(2, 2);
   Fill(rep, {{10, 11}, {14, 16}, {9, 8}, {21, 20}});
-  rep.REGRESS_sRVkey = "v1";
-  rep.REGRESS_iFlag = REGRESS_CODED;
-  for (const char* t : {"0", "1", "2"}) {
-    Rterm r;
-    InitRterm(r);
-    r.sTerm = t;
-    if (std::string(t) != "0") r.fValue = FREE_AXIS;
-    rep.REGRESS_Rterms.Add(r);
-  }
+  Model(rep, {"0", "1", "2"});
   Grid g2;
   ASSERT_TRUE(DrawRegression(rep, g2));
   std::vector<std::string> names;

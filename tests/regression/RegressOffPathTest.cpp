@@ -7,8 +7,7 @@
 
 #include <cmath>
 
-#include "LeastSquares.h"
-#include "analyses/ChartFixture.h"
+#include "RegressionFixture.h"
 #include "core/Formatters.h"
 #include "core/Text.h"
 #include "regression/Regress.h"
@@ -16,7 +15,7 @@
 namespace kestrow {
 namespace {
 
-class RegressOffPath : public test::ChartFixture {
+class RegressOffPath : public test::RegressionFixture {
  protected:
   // A study of two factors with the given level values, run at the given
   // coded points, reps replicates each.
@@ -47,39 +46,6 @@ class RegressOffPath : public test::ChartFixture {
         auto [a, b] = points[static_cast<std::size_t>(run - 1)];
         s.SetData(1, run, rep, static_cast<float>(f(a, b) + noise * pattern[k++ % 14]));
       }
-  }
-  static void Model(Study& s, const std::vector<std::string>& terms, int flag) {
-    s.REGRESS_Rterms.Clear();
-    for (const std::string& t : terms) {
-      Rterm r;
-      InitRterm(r);
-      r.sTerm = t;
-      s.REGRESS_Rterms.Add(r);
-    }
-    s.REGRESS_sRVkey = "v1";
-    s.REGRESS_iFlag = static_cast<std::int16_t>(flag);
-  }
-  // The independent fit of the study's model from its stored values.
-  static test::Fit Independent(Study& s, bool coded) {
-    std::vector<std::vector<double>> x(static_cast<std::size_t>(s.REGRESS_Rterms.Count()));
-    std::vector<double> y;
-    for (int run = 1; run <= s.iNumRuns; ++run)
-      for (int rep = 1; rep <= s.iReps; ++rep) {
-        float v = s.GetData(1, run, rep);
-        if (v == MISSING_VALUE) continue;
-        y.push_back(v);
-        for (int j = 1; j <= s.REGRESS_Rterms.Count(); ++j) {
-          double product = 1;
-          const std::string& t = s.REGRESS_Rterms(j).sTerm;
-          if (t != "0")
-            for (int f : TermFactors(t)) {
-              double level = s.GetTreatmentLevelValue(f, run);
-              product *= coded ? s.FValueToCode(s.GetFactorKey(f), level) : level;
-            }
-          x[static_cast<std::size_t>(j - 1)].push_back(product);
-        }
-      }
-    return test::LeastSquares(x, y);
   }
   // Every printed figure of the fit against the independent one: the
   // coefficients and t to four significant digits, R-squared and the mean
