@@ -1,7 +1,6 @@
 #include "regression/APRSearch.h"
 
 #include <bit>
-#include <chrono>
 
 #include "core/Study.h"
 #include "core/Ui.h"
@@ -10,14 +9,6 @@
 
 namespace kestrow {
 
-namespace {
-
-std::int64_t NowMs() {
-  using namespace std::chrono;
-  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
-
-}  // namespace
 
 std::vector<APRTerm> APRSearch::TermTable(const std::vector<std::pair<std::string, std::string>>& textAndTerm) {
   std::vector<APRTerm> table;
@@ -80,8 +71,7 @@ bool APRSearch::Run(bool hierarchy, const std::function<bool()>& keepGoing) {
   tooFewDF_ = collinear_ = exact_ = 0;
   hierarchy_ = hierarchy;
   keepGoing_ = keepGoing;
-  lastCheck_ = NowMs();
-  sinceCheck_ = 0;
+  look_.Reset();
   const int T = NumTerms();
   if (T < 2 || T > MAX_TERMS) return false;
   const auto size = static_cast<std::size_t>(T);
@@ -139,14 +129,7 @@ void APRSearch::Visit(int depth, std::uint32_t mask, std::uint32_t pending) {
     const std::uint32_t childMask = mask | bit;
     if ((needs & ~childMask) == 0) Record(child.m.data(), childSize, child.live.data(), s + 1, childMask);
     if (q + 1 < size) Visit(depth + 1, childMask, needs);
-    if (++sinceCheck_ >= 1024) {
-      sinceCheck_ = 0;
-      std::int64_t now = NowMs();
-      if (now - lastCheck_ >= 20) {
-        lastCheck_ = now;
-        if (keepGoing_ && !keepGoing_()) stopped_ = true;
-      }
-    }
+    if (look_.Due() && keepGoing_ && !keepGoing_()) stopped_ = true;
   }
 }
 

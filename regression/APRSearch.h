@@ -16,6 +16,8 @@
 #include <string>
 #include <vector>
 
+#include "core/PeriodicCheck.h"
+
 namespace kestrow {
 
 class Study;
@@ -103,8 +105,7 @@ class APRSearch {
   std::vector<const double*> colsOf_;
   std::vector<APRRow> rows_;
   std::function<bool()> keepGoing_;
-  std::uint32_t sinceCheck_ = 0;
-  std::int64_t lastCheck_ = 0;
+  PeriodicCheck look_;
   double msFull_ = 0;
   int best_ = -1;
   std::int64_t tooFewDF_ = 0, collinear_ = 0, exact_ = 0;

@@ -20,7 +20,7 @@
 #include "shell/QtText.h"
 #include "shell/Translate.h"
 #include "shell/frmCueCard.h"
-#include "workbench/APRPrint.h"
+#include "workbench/RegressionPrint.h"
 
 namespace kestrow {
 

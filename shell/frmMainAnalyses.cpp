@@ -18,6 +18,7 @@
 #include "shell/frmMChart.h"
 #include "shell/frmMMP.h"
 #include "shell/frmPairwise.h"
+#include "shell/frmCalculator.h"
 #include "shell/frmRegress.h"
 #include "shell/RegressionChartDialogs.h"
 #include "shell/frmResponse.h"
@@ -72,6 +73,12 @@ void frmMain::ShowEditAnalysis(int mode) {
   std::string reason = AnalysisUnavailableReason(*gStudy, gStats, code);
   if (!reason.empty()) {
     ErrorBox(reason);
+    return;
+  }
+  if (code == ANALYSIS_CALCULATOR) {
+    // A dialog with nothing to show: it reads the model and changes nothing.
+    frmCalculator calculator(*gStudy, this);
+    calculator.exec();
     return;
   }
   if (mode != 1 || !IsAnalysisSetUp(*gStudy, gStats, code)) {

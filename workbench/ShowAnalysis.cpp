@@ -38,6 +38,7 @@ bool IsAnalysisBuilt(int code) {
     case ANALYSIS_PAIRWISE:
     case ANALYSIS_REGRESSION:
     case ANALYSIS_REGRESSION_RESIDUALS:
+    case ANALYSIS_CALCULATOR:
     case ANALYSIS_SCATTERGRAM: return true;
     default: return false;
   }

@@ -60,6 +60,7 @@ int Analyse(const Words& words) {
     return Usage("analysis " + std::to_string(code) + " prints a grid; --image and --size are for the analyses that draw charts");
   if (charts && a.Flag("--tsv")) return Usage("analysis " + std::to_string(code) + " draws charts; --tsv is for grids");
   if (!charts && a.Has("--detail")) return Usage("analysis " + std::to_string(code) + " prints a grid; --detail picks a chart");
+  if (code == ANALYSIS_CALCULATOR) return Usage("analysis 14 is the regression calculator, a dialog with nothing to show: use calc");
   if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
   if (!OpenProgramFiles()) return FAILED;
   auto problem = LoadProblem(a.positional[0]);

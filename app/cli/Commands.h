@@ -21,6 +21,7 @@ int Designs(const Words& words);
 int Design(const Words& words);
 int Analyse(const Words& words);
 int Apr(const Words& words);
+int Calc(const Words& words);
 int Stat(const Words& words);
 int Draw(const Words& words);
 

@@ -28,7 +28,7 @@ struct Command {
 const Command COMMANDS[] = {
     {"to-json", ToJson}, {"from-json", FromJson}, {"export", Export},   {"designs", Designs},
     {"design", Design},  {"analyse", Analyse},    {"report", Report}, {"stat", Stat},
-    {"draw", Draw},      {"apr", Apr},
+    {"draw", Draw},      {"apr", Apr}, {"calc", Calc},
 };
 
 // A command's result counts only once its output is out: a full disk, a

@@ -17,36 +17,6 @@ namespace {
 
 class RegressOffPath : public test::RegressionFixture {
  protected:
-  // A study of two factors with the given level values, run at the given
-  // coded points, reps replicates each.
-  Study& Custom(const std::vector<std::string>& a, const std::vector<std::string>& b,
-                const std::vector<std::pair<double, double>>& points, int reps) {
-    std::string fa = AddFactor(static_cast<int>(a.size()), 0, "Speed"), fb = AddFactor(static_cast<int>(b.size()), 0, "Gap");
-    gProblem->Factors.Find(fa)->sAbbr = "Speed";
-    gProblem->Factors.Find(fb)->sAbbr = "Gap";
-    for (std::size_t l = 0; l < a.size(); ++l) gProblem->Factors.Find(fa)->Levels(static_cast<int>(l) + 1).sName = a[l];
-    for (std::size_t l = 0; l < b.size(); ++l) gProblem->Factors.Find(fb)->Levels(static_cast<int>(l) + 1).sName = b[l];
-    Study& s = MakeStudy({fa, fb});
-    for (auto [ca, cb] : points) {
-      Treatment t;
-      t.sTlist = "*|" + ShortestText(ca) + "|" + ShortestText(cb);
-      s.Treatments.Add(t);
-    }
-    s.iNumRuns = static_cast<std::int16_t>(points.size());
-    return Ready(s, reps);
-  }
-  // Observations from a function of the coded point, with a fixed pattern
-  // of noise of the given size.
-  template <class F>
-  static void Respond(Study& s, const std::vector<std::pair<double, double>>& points, F f, double noise) {
-    static const double pattern[] = {0.31, -0.77, 0.52, 0.08, -0.45, 0.93, -0.12, -0.66, 0.27, 0.71, -0.38, 0.15, -0.91, 0.44};
-    int k = 0;
-    for (int run = 1; run <= s.iNumRuns; ++run)
-      for (int rep = 1; rep <= s.iReps; ++rep) {
-        auto [a, b] = points[static_cast<std::size_t>(run - 1)];
-        s.SetData(1, run, rep, static_cast<float>(f(a, b) + noise * pattern[k++ % 14]));
-      }
-  }
   // Every printed figure of the fit against the independent one: the
   // coefficients and t to four significant digits, R-squared and the mean
   // square likewise.
