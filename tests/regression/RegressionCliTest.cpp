@@ -85,5 +85,49 @@ TEST_F(RegressionCliTest, TheSearchListsItsModelsAndCopiesTheBestBack) {
   EXPECT_NE(r.err.find("has no settings yet"), std::string::npos) << r.err;
 }
 
+// calc: Montgomery's optimum (time 86.95, temperature 176.53, yield 80.21)
+// through the same rules as the dialog, restraints by key, name or
+// abbreviation, and the refusals.
+TEST_F(RegressionCliTest, TheCalculatorEvaluatesAndSolves) {
+  const std::string file = Sampdata("CentralComposite");
+  test::CliResult r = test::RunCli(dir, "calc " + file + " --study s1 --eval f1=86.95,Temp=176.53");
+  ASSERT_EQ(r.code, 0) << r.err;
+  JsonValue doc;
+  std::string error;
+  ASSERT_TRUE(ParseJson(r.out, doc, error)) << error;
+  EXPECT_EQ(doc.Member("value")->text, "Yield = 80.21");
+
+  r = test::RunCli(dir, "calc " + file + " --study s1 --solve MAX --restrain \"Time<=86\" --restrain \"f2>=150\"");
+  ASSERT_EQ(r.code, 0) << r.err;
+  ASSERT_TRUE(ParseJson(r.out, doc, error)) << error;
+  EXPECT_LE(std::stod(doc.Member("factors")->Member("Time")->text), 86.4);
+  EXPECT_NEAR(std::stod(doc.Member("factors")->Member("Temperature")->text), 176.5, 0.71);
+  EXPECT_EQ(doc.Member("gap")->type, JsonValue::Type::Null);
+  EXPECT_EQ(doc.Member("evaluations")->text, "841");
+
+  r = test::RunCli(dir, "calc " + file + " --study s1 --solve 79 --method montecarlo --seconds 1");
+  ASSERT_EQ(r.code, 0) << r.err;
+  ASSERT_TRUE(ParseJson(r.out, doc, error)) << error;
+  EXPECT_LT(std::stod(doc.Member("gap")->text), 0.05);
+
+  for (const std::string& bad : {"calc " + file + " --study s1",
+                                 "calc " + file + " --study s1 --eval f1=85 --solve MAX",
+                                 "calc " + file + " --study s1 --eval f1=85",
+                                 "calc " + file + " --study s1 --eval f9=85,f2=170",
+                                 "calc " + file + " --study s1 --solve MAX --method montecarlo",
+                                 "calc " + file + " --study s1 --solve MAX --restrain Time",
+                                 "calc " + file + " --study s1 --solve MAX --restrain \"Speed<3\"",
+                                 "analyse " + file + " --study s1 --code 14"}) {
+    r = test::RunCli(dir, bad);
+    EXPECT_EQ(r.code, 2) << bad << "\n" << r.err;
+  }
+  r = test::RunCli(dir, "calc " + file + " --study s1 --solve MAX --restrain \"Time=200\"");
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find("A restraint lies outside the range of its factor"), std::string::npos) << r.err;
+  r = test::RunCli(dir, "calc " + Sampdata("ChemicalYield") + " --study s1 --eval f1=1");
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find("You must compute a Regression Equation first"), std::string::npos) << r.err;
+}
+
 }  // namespace
 }  // namespace kestrow

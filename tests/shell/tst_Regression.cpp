@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QTableView>
 #include <QTableWidget>
+#include <QLineEdit>
+#include <QTabWidget>
 #include <QTimer>
 #include <QtTest>
 
@@ -22,6 +24,7 @@
 #include "regression/Regress.h"
 #include "shell/RegressionChartDialogs.h"
 #include "shell/frmAPR.h"
+#include "shell/frmCalculator.h"
 #include "shell/frmMain.h"
 #include "shell/frmRegress.h"
 
@@ -199,12 +202,55 @@ class tst_Regression : public QObject {
     gProblem->bChanged = false;
   }
 
+  // Evaluate and Solve as typed; the Monte-Carlo search runs until Stop;
+  // a bad restraint is selected with its message.
+  void theCalculator() {
+    auto* ui = new EventfulUi;
+    InstallUi(std::unique_ptr<Ui>(ui));
+    frmCalculator d(Composite());
+    QCOMPARE(d.grdEval->rowCount(), 2);
+    d.grdEval->item(0, frmCalculator::EVAL_VALUE)->setText("86.95");
+    d.grdEval->item(1, frmCalculator::EVAL_VALUE)->setText("176.53");
+    d.cmdEvaluate->click();
+    QCOMPARE(d.lblValue->text(), QString("Yield = 80.21"));
+    d.tabs->setCurrentIndex(1);
+    d.txtTarget->setText("MAX");
+    d.cmdSolve->click();
+    QVERIFY(d.lblSolution->text().startsWith("Best value 80.21 at: Time = "));
+    Shot(&d, "frmCalculator");
+
+    d.cmbAlgorithm->setCurrentIndex(1);
+    bool stopEnabled = false, solveEnabled = true;
+    QTimer::singleShot(100, &d, [&] {
+      stopEnabled = d.cmdStop->isEnabled();
+      solveEnabled = d.cmdSolve->isEnabled();
+      d.cmdStop->click();
+    });
+    d.cmdSolve->click();
+    QVERIFY(stopEnabled);
+    QVERIFY(!solveEnabled);
+    QVERIFY(d.cmdSolve->isEnabled());
+    QVERIFY(d.lblSolution->text().startsWith("Best value"));
+    QVERIFY(d.Form().Evaluations() > 1000);
+
+    static_cast<QComboBox*>(d.grdRestraints->cellWidget(2, frmCalculator::RES_FACTOR))->setCurrentIndex(1);
+    d.grdRestraints->item(2, frmCalculator::RES_VALUE)->setText("200");
+    d.cmbAlgorithm->setCurrentIndex(0);
+    d.cmdSolve->click();
+    QCOMPARE(QString::fromStdString(ui->messages.back().text), T("CALerr4"));
+    QCOMPARE(d.grdRestraints->currentRow(), 2);
+    QVERIFY(d.lblSolution->text().isEmpty());
+  }
+
   // The tree shows the report and the residual charts of the stored model.
   void theTreeShowsTheRegression() {
     frmMain w;
     w.Load();
     QVERIFY(w.OpenKSTFile(KESTROW_SAMPDATA "/CentralComposite.KSW"));
     w.NodeClick("z1+7");
+    QVERIFY(!w.ChartsOnShow());
+    WhenUp<frmCalculator>([](frmCalculator* c) { c->cmdOK->click(); });
+    w.NodeClick("z1+14");  // a dialog, and nothing in the pane
     QVERIFY(!w.ChartsOnShow());
     w.NodeClick("z1+9");
     QVERIFY(w.ChartsOnShow());
