@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analyses/ANOVA.h"
+#include "analyses/ANOVAForm.h"
 #include "analyses/AnalysisFixture.h"
 #include "analyses/Cstat.h"
 #include "core/Formatters.h"
@@ -282,6 +283,37 @@ TEST_F(ANOVATest, InteractionsOfAFourByEightDesignGiveTheFiguresOfTheirWholeColu
     EXPECT_EQ(Of(name, 8), FormatP(3, 1 - FProbability(static_cast<float>(std::stod(Of(name, 5))), 1, 32))) << name;
   }
   EXPECT_EQ(Of("AJ", 6), "*");
+
+  // The table by factor: the row of 21 degrees of freedom gathers every
+  // interaction contrast, and its sum of squares is the two-way
+  // interaction's, worked from the cell means.
+  double grand = 0;
+  std::vector<double> byA(5), byB(9);
+  for (int run = 1; run <= 32; ++run) {
+    grand += mean[static_cast<std::size_t>(run)] / 32;
+    byA[static_cast<std::size_t>(s.GetTreatmentLevel(1, run))] += mean[static_cast<std::size_t>(run)] / 8;
+    byB[static_cast<std::size_t>(s.GetTreatmentLevel(2, run))] += mean[static_cast<std::size_t>(run)] / 4;
+  }
+  double interaction = 0;
+  for (int run = 1; run <= 32; ++run) {
+    double d = mean[static_cast<std::size_t>(run)] - byA[static_cast<std::size_t>(s.GetTreatmentLevel(1, run))] -
+               byB[static_cast<std::size_t>(s.GetTreatmentLevel(2, run))] + grand;
+    interaction += 2 * d * d;
+  }
+  int row = RowOf(3, "21", RowOf(0, GetText("FacANOVA")));
+  ASSERT_GE(row, 0);
+  EXPECT_TRUE(agrees(grid.Text(row, 2), interaction)) << grid.Text(row, 2) << " against " << interaction;
+
+  // The pool list shows the same whole-column sums of squares.
+  stats.Compute(s);
+  ANOVAForm form(s, stats);
+  int seen = 0;
+  for (const ANOVAForm::PoolRow& pooled : form.pool)
+    if (pooled.name == "AJ" || pooled.name == "CJ") {
+      EXPECT_EQ(pooled.ss, Of(pooled.name, 2)) << pooled.name;
+      ++seen;
+    }
+  EXPECT_EQ(seen, 2);
 }
 
 // Data found by a search so that F comes out exactly as the critical value
