@@ -184,6 +184,7 @@ void PackProduct(const Study& s, const std::vector<int>& parts,
 
   // The column's distinct magnitudes are the products of its parts'.
   std::vector<std::int64_t> products{1};
+  bool complete = true;
   for (int m : parts) {
     std::vector<std::int64_t> next;
     for (std::int64_t a : products)
@@ -192,16 +193,35 @@ void PackProduct(const Study& s, const std::vector<int>& parts,
         if (std::find(next.begin(), next.end(), v) == next.end()) next.push_back(v);
       }
     products.swap(next);
-    if (products.size() > 1024) break;
+    if (products.size() > 1024) {
+      complete = false;
+      break;
+    }
   }
   int k = StepsToLargest(products, largest);
   double largestScaled = k > 0 ? k : 8.192;
-  for (int r = 0; r < runs; ++r) {
-    double x = largestScaled * static_cast<double>(exact[static_cast<std::size_t>(r)]) / static_cast<double>(largest);
+  auto codeOf = [&](std::int64_t e) {
+    double x = largestScaled * static_cast<double>(e) / static_cast<double>(largest);
     float packed = Contrast::NearestPackable(x);
-    int code = packed == std::trunc(packed) ? static_cast<int>(packed) : static_cast<int>(std::nearbyint(packed * 1000.0));
-    put(r, code + 8192);
+    return (packed == std::trunc(packed) ? static_cast<int>(packed) : static_cast<int>(std::nearbyint(packed * 1000.0))) +
+           8192;
+  };
+  // A column of thousands of runs holds a few hundred distinct coefficients
+  // at most: each is packed once, into a table by value, and the runs read
+  // their codes from it.
+  if (complete && largest <= (1 << 22)) {
+    static thread_local std::vector<std::uint16_t> codes;
+    codes.resize(static_cast<std::size_t>(2 * largest + 1));
+    const std::uint16_t* zero = codes.data() + largest;
+    codes[static_cast<std::size_t>(largest)] = static_cast<std::uint16_t>(codeOf(0));
+    for (std::int64_t v : products) {
+      codes[static_cast<std::size_t>(largest + v)] = static_cast<std::uint16_t>(codeOf(v));
+      codes[static_cast<std::size_t>(largest - v)] = static_cast<std::uint16_t>(codeOf(-v));
+    }
+    for (int r = 0; r < runs; ++r) put(r, zero[exact[static_cast<std::size_t>(r)]]);
+    return;
   }
+  for (int r = 0; r < runs; ++r) put(r, codeOf(exact[static_cast<std::size_t>(r)]));
 }
 
 std::vector<int> StudyLevelCounts(const Study& s) {

@@ -207,6 +207,30 @@ TEST_F(BuildersTest, MultiLevelFullFactorialsKeepExactOrthogonalInteractionsThro
   }
 }
 
+// Every crossing of two factors of 2 to 8 levels: as many contrasts as
+// degrees of freedom, each interaction the product of its letters' main
+// columns, all mutually orthogonal and balanced.
+TEST_F(BuildersTest, EveryCrossingOfTwoFactorsUpToEightLevelsHasOrthogonalContrasts) {
+  for (int a = 2; a <= 8; ++a)
+    for (int b = a; b <= 8; ++b) {
+      SCOPED_TRACE(std::to_string(a) + " x " + std::to_string(b));
+      gProblem->Studies.Clear();
+      gProblem->Factors.Clear();
+      Study& s = MakeStudy({AddFactor(a), AddFactor(b)});
+      ASSERT_EQ(GetFullyCrossed(s, Design{}), -1);
+      const int n = s.Contrasts.Count();
+      ASSERT_EQ(n, a * b - 1);
+      ExpectOrthogonal(s, n);
+      for (int c = 1; c <= n; ++c) {
+        EXPECT_EQ(Dot(Column(s, c), std::vector<float>(static_cast<std::size_t>(a * b), 1.0f)), 0.0) << c;
+        const Contrast& con = s.Contrasts(c);
+        if (con.iMain == 0)
+          for (int run = 1; run <= s.iNumRuns; ++run)
+            EXPECT_EQ(s.GetContrastEntry(c, run), Product(s, con.sName, run)) << con.sName << " run " << run;
+      }
+    }
+}
+
 TEST_F(BuildersTest, OneFactorGivesItsLevelsAndTheirOrthogonalContrasts) {
   Study& one = StudyOf(1, 4);
   ASSERT_EQ(GetSingleFactorDesign(one, Design{}), -1);
