@@ -64,12 +64,47 @@ bool DataGrid::NotesCellOf(int row, int& run, int& firstRep, int& lastRep) const
   return run >= 1 && run <= runs_ && firstRep >= 1 && lastRep <= reps_;
 }
 
+namespace {
+
+// The replication a notes piece is marked with, "(2) " at its start, or 0;
+// only a replication between first and last counts as a mark.
+int MarkedRep(const std::string& piece, int firstRep, int lastRep, std::size_t& textStart) {
+  std::size_t close = piece.find(") ");
+  if (piece.size() < 4 || piece[0] != '(' || close == std::string::npos || close < 2 || close > 6) return 0;
+  std::string digits = piece.substr(1, close - 1);
+  if (digits.find_first_not_of("0123456789") != std::string::npos) return 0;
+  int rep = std::stoi(digits);
+  if (rep < firstRep || rep > lastRep) return 0;
+  textStart = close + 2;
+  return rep;
+}
+
+// Where the next marked piece starts: a separator followed by a mark. A
+// separator inside a note's own text is not followed by one and stays there.
+std::size_t NextMarkedPiece(const std::string& text, std::size_t from, int firstRep, int lastRep) {
+  const std::string separator = NOTE_SEPARATOR;
+  for (std::size_t at = text.find(separator, from); at != std::string::npos; at = text.find(separator, at + 1)) {
+    std::size_t start = 0;
+    if (MarkedRep(text.substr(at + separator.size()), firstRep, lastRep, start) != 0) return at;
+  }
+  return std::string::npos;
+}
+
+}  // namespace
+
 std::string DataGrid::NotesText(const Study& s, int run, int firstRep, int lastRep) const {
   std::vector<const Note*> notes;
   for (const Note& n : s.Notes)
     if (n.iRun == run && n.iRep >= firstRep && n.iRep <= lastRep) notes.push_back(&n);
   std::stable_sort(notes.begin(), notes.end(), [](const Note* a, const Note* b) { return a->iRep < b->iRep; });
-  bool plain = firstRep == lastRep || (notes.size() == 1 && notes[0]->iRep == 1);
+  // A lone note of the first replication shows as it is, unless its text
+  // would read back as marked for another replication.
+  bool plain = firstRep == lastRep;
+  if (notes.size() == 1 && notes[0]->iRep == firstRep) {
+    std::size_t start = 0;
+    const std::string& t = notes[0]->sText;
+    plain = plain || (MarkedRep(t, firstRep, lastRep, start) == 0 && NextMarkedPiece(t, 0, firstRep, lastRep) == std::string::npos);
+  }
   std::string text;
   for (const Note* n : notes) {
     if (!text.empty()) text += NOTE_SEPARATOR;
@@ -89,26 +124,21 @@ void DataGrid::StoreNotes(Study& s, int run, int firstRep, int lastRep, const st
     s.AddNote(run, firstRep, text);
     return;
   }
-  // "(2) text" is a note of replication 2; text without the mark is one of
-  // the first replication.
-  std::string rest = text;
+  // "(2) text" is a note of replication 2, up to the next " | " that is
+  // followed by such a mark; text before the first mark is a note of the
+  // first replication.
+  const std::size_t separator = std::string(NOTE_SEPARATOR).size();
+  std::size_t from = 0;
   for (;;) {
-    std::size_t cut = rest.find(NOTE_SEPARATOR);
-    std::string piece = rest.substr(0, cut);
-    int rep = firstRep;
-    std::size_t close = piece.find(") ");
-    if (piece.size() > 3 && piece[0] == '(' && close != std::string::npos && close > 1) {
-      std::string digits = piece.substr(1, close - 1);
-      bool number = digits.find_first_not_of("0123456789") == std::string::npos && digits.size() <= 5;
-      int r = number ? std::stoi(digits) : 0;
-      if (r >= firstRep && r <= lastRep) {
-        rep = r;
-        piece = piece.substr(close + 2);
-      }
-    }
+    std::size_t cut = NextMarkedPiece(text, from, firstRep, lastRep);
+    std::string piece = text.substr(from, cut == std::string::npos ? std::string::npos : cut - from);
+    std::size_t start = 0;
+    int rep = MarkedRep(piece, firstRep, lastRep, start);
+    if (rep == 0) rep = firstRep;
+    piece = piece.substr(start);
     if (!Trim(piece).empty()) s.AddNote(run, rep, piece);
     if (cut == std::string::npos) break;
-    rest = rest.substr(cut + std::string(NOTE_SEPARATOR).size());
+    from = cut + separator;
   }
 }
 

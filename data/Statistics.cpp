@@ -1,7 +1,8 @@
-// Run statistics in one pass over the data. Per-run sums are 64-bit and take
-// each observation by way of its shortest decimal text, so that a value
-// entered as 0.1 enters the sums as 0.1 and not as the float's binary
-// expansion; the overall sums stay 32-bit and take the float as it is.
+// Run statistics in one pass over the data. Per-run sums, and the total of
+// them behind the grand average, are 64-bit and take each observation by way
+// of its shortest decimal text, so that a value entered as 0.1 enters the
+// sums as 0.1 and not as the float's binary expansion; the overall sums
+// behind SigInd stay 32-bit and take the float as it is.
 #include "data/Statistics.h"
 
 #include <cmath>
@@ -51,7 +52,10 @@ void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool ove
   // overall figure always was.
   float sum32 = 0.0f, sumSq32 = 0.0f, origin32 = 0.0f;
   bool haveOrigin32 = false;
-  float avgAcc = 0.0f, rngAvg = 0.0f, sigAvg = 0.0f;
+  // The run sums are gathered in 64 bits: a 32-bit total of a response near
+  // 1e7 loses units in the grand average.
+  double avgAcc = 0.0;
+  float rngAvg = 0.0f, sigAvg = 0.0f;
   int goodObs = 0, goodSamps = 0;
   std::size_t base = static_cast<std::size_t>(rv) * static_cast<std::size_t>(runs + 1);
 
@@ -89,7 +93,7 @@ void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool ove
       flag &= ~STATS_NO_DATA;
     }
     std::size_t at = base + static_cast<std::size_t>(run);
-    avgAcc = static_cast<float>(static_cast<double>(avgAcc) + sum);
+    avgAcc += sum;
     goodObs += count;
     obsGoodPerRun_[at] = static_cast<std::int16_t>(count);
     sampAvg_[at] = sampRng_[at] = sampSig_[at] = MISSING_VALUE;
@@ -120,7 +124,7 @@ void Statistics::ComputeOne(int rv, int runs, int reps, Read readValue, bool ove
   obsMax_[r] = obsMax;
   goodObs_[r] = static_cast<std::int16_t>(goodObs);
   goodSamps_[r] = static_cast<std::int16_t>(goodSamps);
-  avgAvg_[r] = goodObs != 0 ? static_cast<float>(static_cast<double>(avgAcc) / goodObs) : 0.0f;
+  avgAvg_[r] = goodObs != 0 ? static_cast<float>(avgAcc / goodObs) : 0.0f;
   if (overall && goodObs > 1) {
     float n = static_cast<float>(goodObs);
     sigInd_[r] = std::sqrt(std::fabs((sumSq32 - sum32 * sum32 / n) / (n - 1.0f)));

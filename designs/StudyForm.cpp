@@ -1,5 +1,7 @@
 #include "designs/StudyForm.h"
 
+#include <cmath>
+
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Text.h"
@@ -15,7 +17,8 @@ bool RepsValid(const std::string& text, int& reps) {
   std::string t = Trim(text);
   if (!IsNumeric(t)) return false;
   double v = Val(t);
-  if (v != static_cast<int>(v) || v < MIN_REPS || v > MAX_REPS) return false;
+  // The range first: a huge count has no int to compare with.
+  if (v < MIN_REPS || v > MAX_REPS || v != std::floor(v)) return false;
   reps = static_cast<int>(v);
   return true;
 }

@@ -50,6 +50,16 @@ frmWizard::frmWizard(QWidget* parent) : QDialog(parent) {
     e->setObjectName(name);
     return e;
   };
+  // The lists wrap a long name onto more lines rather than cut it or scroll
+  // sideways.
+  auto wrapping = [&](QWidget* page, const char* name) {
+    auto* l = new QListWidget(page);
+    l->setObjectName(name);
+    l->setWordWrap(true);
+    l->setTextElideMode(Qt::ElideNone);
+    l->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return l;
+  };
   auto page = [&](int i) {
     auto* w = new QWidget(pages_);
     w->setObjectName(PAGES[i].name);
@@ -88,8 +98,7 @@ frmWizard::frmWizard(QWidget* parent) : QDialog(parent) {
   f2->addRow(cmdAddFactor);
 
   QWidget* p3 = page(2);
-  lstFactors = new QListWidget(p3);
-  lstFactors->setObjectName("lstFactors");
+  lstFactors = wrapping(p3, "lstFactors");
   (new QVBoxLayout(p3))->addWidget(lstFactors);
 
   QWidget* p4 = page(3);
@@ -109,8 +118,7 @@ frmWizard::frmWizard(QWidget* parent) : QDialog(parent) {
   f4->addRow(cmdAddRV);
 
   QWidget* p5 = page(4);
-  lstRespVars = new QListWidget(p5);
-  lstRespVars->setObjectName("lstRespVars");
+  lstRespVars = wrapping(p5, "lstRespVars");
   (new QVBoxLayout(p5))->addWidget(lstRespVars);
 
   QWidget* p6 = page(5);
@@ -133,8 +141,7 @@ frmWizard::frmWizard(QWidget* parent) : QDialog(parent) {
   f7->addRow(cmdStudyDesign, lblStudyDesign);
 
   QWidget* p8 = page(7);
-  grdRVs = new QListWidget(p8);
-  grdRVs->setObjectName("grdRVs");
+  grdRVs = wrapping(p8, "grdRVs");
   txtReps = edit(p8, "txtReps");
   txtReps->setText("2");
   chkRnd = new QCheckBox("Randomize the run order", p8);

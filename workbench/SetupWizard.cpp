@@ -1,5 +1,7 @@
 #include "workbench/SetupWizard.h"
 
+#include <cmath>
+
 #include "core/Globals.h"
 #include "core/Language.h"
 #include "core/Text.h"
@@ -86,7 +88,8 @@ std::string SetupWizard::Wiz08OK(const std::vector<std::string>& respVars, const
   if (respVars.empty()) return GetText("WIZerrg");
   std::string t = Trim(reps);
   double n = Val(t);
-  if (!IsNumeric(t) || n != static_cast<int>(n) || n < 1 || n > MAX_REPS)
+  // The range first: a huge count has no int to compare with.
+  if (!IsNumeric(t) || n < 1 || n > MAX_REPS || n != std::floor(n))
     return GetText("QCKerr3") + " " + std::to_string(MAX_REPS);
   Study s = gStudyEdit;
   s.StudyRespVars.Clear();

@@ -188,6 +188,29 @@ TEST_F(DataGridTest, EditingARunsNotesCellRewritesThatRunsNotesOnly) {
   EXPECT_EQ(study().Notes.Count(), 1);
 }
 
+// A note's own text may hold the separator or start like a mark: editing
+// another replication's note in the same cell leaves it whole and where it was.
+TEST_F(DataGridTest, ANoteThatLooksLikeTheNotationKeepsItsTextAndReplicationThroughAnEdit) {
+  study().AddNote(3, 1, "(2) samples swapped | see log");
+  study().AddNote(5, 2, "second | with a bar");
+  study().AddNote(5, 3, "third");
+  Show(2);
+  int row3 = Cell(1, 3, 1).first, row5 = Cell(1, 5, 1).first;
+  EXPECT_EQ(grid.Text(row3, dg.NotesColumn()), "(1) (2) samples swapped | see log");
+  Type(row3, dg.NotesColumn(), grid.Text(row3, dg.NotesColumn()) + " p. 4");
+  Type(row5, dg.NotesColumn(), grid.Text(row5, dg.NotesColumn()) + ", redone");
+  dg.UnLoadDataGrid(study());
+  std::vector<std::tuple<int, int, std::string>> notes;
+  for (const Note& n : study().Notes) notes.emplace_back(n.iRun, n.iRep, n.sText);
+  std::sort(notes.begin(), notes.end());
+  EXPECT_EQ(notes, (std::vector<std::tuple<int, int, std::string>>{
+                       {3, 1, "(2) samples swapped | see log p. 4"},
+                       {4, 2, "Sampler leaked; yield not trusted"},
+                       {5, 2, "second | with a bar"},
+                       {5, 3, "third, redone"},
+                       {6, 3, "HPLC down, impurity not measured"}}));
+}
+
 // An excluded cell reads as missing; a value typed into it is kept and the
 // exclusion ends. A value pasted or typed over an estimate is measured.
 TEST_F(DataGridTest, AValuePutInAnExcludedOrEstimatedCellIsAMeasuredOne) {

@@ -2,6 +2,7 @@
 // completeness flags with their deliberate carry-over between responses.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/Formatters.h"
@@ -126,6 +127,56 @@ TEST(Statistics, SpreadsFarFromZeroAgreeWithATwoPassComputation) {
   Statistics near;
   ASSERT_TRUE(near.Compute(Make({{{1e7f, 1e7f + 1, 1e7f + 3}, {1e7f + 2, 1e7f, 1e7f}}})));
   EXPECT_EQ(FormatSF(4, near.SigInd(1)), FormatSF(4, static_cast<float>(twoPass({1e7L, 1e7L + 1, 1e7L + 3, 1e7L + 2, 1e7L, 1e7L}))));
+}
+
+// A larger study far from zero with a small spread: every figure, per run and
+// overall, against a two-pass computation in long double from the same
+// readings (the decimal value for the per-run figures, the float for SigInd):
+// per-run figures at 7 significant figures, the most the reports print, the
+// grand average too; the other overall figures, which sum 40 runs' figures
+// in 32-bit floats, at 6.
+TEST(Statistics, EveryFigureOfALargeStudyFarFromZeroAgreesAtTheDigitsPrinted) {
+  for (float base : {9999990.0f, 1234567.8f, 12345.67f}) {
+    const int runs = 40, reps = 6;
+    std::vector<std::vector<float>> data(runs);
+    for (int run = 0; run < runs; ++run)
+      for (int rep = 0; rep < reps; ++rep) {
+        float step = base > 5e6f ? 1.0f : base > 5e5f ? 0.125f : 0.01f;
+        data[static_cast<std::size_t>(run)].push_back(base + step * static_cast<float>((run * 7 + rep * 3) % 11));
+      }
+    Statistics st;
+    ASSERT_TRUE(st.Compute(Make({data})));
+    long double all = 0, allSq = 0, allMean = 0, rngSum = 0, sigSum = 0, n = runs * reps;
+    for (const auto& r : data)
+      for (float v : r) allMean += v;
+    allMean /= n;
+    long double decimalTotal = 0;
+    for (int run = 1; run <= runs; ++run) {
+      std::vector<long double> x;
+      for (float v : data[static_cast<std::size_t>(run - 1)]) x.push_back(std::stold(ShortestText(v)));
+      long double mean = 0, ss = 0;
+      for (long double v : x) mean += v;
+      decimalTotal += mean;
+      mean /= reps;
+      for (long double v : x) ss += (v - mean) * (v - mean);
+      long double sig = std::sqrt(ss / (reps - 1));
+      long double rng = *std::max_element(x.begin(), x.end()) - *std::min_element(x.begin(), x.end());
+      rngSum += rng;
+      sigSum += sig;
+      EXPECT_EQ(FormatSF(7, st.SampAvg(run, 1)), FormatSF(7, static_cast<float>(mean))) << base << " run " << run;
+      EXPECT_EQ(FormatSF(7, st.SampSig(run, 1)), FormatSF(7, static_cast<float>(sig))) << base << " run " << run;
+      EXPECT_EQ(FormatSF(7, st.SampRng(run, 1)), FormatSF(7, static_cast<float>(rng))) << base << " run " << run;
+    }
+    for (const auto& r : data)
+      for (float v : r) {
+        all += v - allMean;
+        allSq += (v - allMean) * (v - allMean);
+      }
+    EXPECT_EQ(FormatSF(7, st.AvgAvg(1)), FormatSF(7, static_cast<float>(decimalTotal / n))) << base;
+    EXPECT_EQ(FormatSF(6, st.RngAvg(1)), FormatSF(6, static_cast<float>(rngSum / runs))) << base;
+    EXPECT_EQ(FormatSF(6, st.SigAvg(1)), FormatSF(6, static_cast<float>(sigSum / runs))) << base;
+    EXPECT_EQ(FormatSF(6, st.SigInd(1)), FormatSF(6, static_cast<float>(std::sqrt(allSq / (n - 1))))) << base;
+  }
 }
 
 TEST(Statistics, ComputeRVReadsTheConfiguredResponseThroughItsTransform) {

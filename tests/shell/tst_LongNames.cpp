@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -220,10 +221,44 @@ class tst_LongNames : public QObject {
       frmList d(list);
       Look(d, "frmList");
     }
-    {
-      frmWizard d;
-      Look(d, "frmWizard");
-    }
+  }
+
+  // The wizard walked with a problem, a factor of 8 levels, a response and a
+  // study of long names: each page fits and says its step once in its title.
+  void theWizardWithLongNames() {
+    frmWizard d;
+    auto title = [&](const char* tag) {
+      QCOMPARE(d.windowTitle(), test::T(tag));
+      QCOMPARE(d.windowTitle().count("Kestrow Wizard"), 1);
+    };
+    title("WIZ1cap");
+    Look(d, "frmWizard1");
+    d.txtProblem->setText(QString::fromStdString(LongName("Problem", 2)));
+    d.cmdNext->click();
+    title("WIZ2cap");
+    d.txtFactor->setText(QString::fromStdString(LongName("Factor", 1)));
+    for (int l = 0; l < 8; ++l) d.grdLevels->setItem(l, 1, new QTableWidgetItem(QString::number(100 * (l + 1) + 5)));
+    Look(d, "frmWizard2");
+    d.cmdNext->click();
+    title("WIZ3cap");
+    Look(d, "frmWizard3");
+    QCOMPARE(d.lstFactors->count(), 1);
+    QVERIFY(d.lstFactors->visualItemRect(d.lstFactors->item(0)).width() <= d.lstFactors->viewport()->width());
+    d.cmdNext->click();
+    title("WIZ4cap");
+    d.txtRV->setText(QString::fromStdString(LongName("Response", 1)));
+    d.cmdNext->click();
+    title("WIZ5cap");
+    Look(d, "frmWizard5");
+    QVERIFY(d.lstRespVars->visualItemRect(d.lstRespVars->item(0)).width() <= d.lstRespVars->viewport()->width());
+    d.cmdNext->click();
+    title("WIZ6cap");
+    d.txtStudy->setText(QString::fromStdString(LongName("Study", 2)));
+    d.cmdNext->click();
+    title("WIZ7cap");
+    Look(d, "frmWizard7");
+    d.cmdNext->click();  // no factors chosen: said, and the page stays
+    title("WIZ7cap");
   }
 };
 

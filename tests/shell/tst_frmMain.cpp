@@ -186,24 +186,32 @@ class tst_frmMain : public QObject {
   }
 
   // A study of tiny values, notes on several replications of one run and an
-  // excluded cell: viewing its grid in every layout, leaving it and saving
-  // writes the very bytes that were read.
+  // excluded cell: viewing its grid in every layout, with
+  // the tiny and the excluded cells made current (an edit opens and closes on
+  // them), leaving it and saving writes the very cells, flags and notes that
+  // were read, and so the very bytes.
   void viewingAndSavingChangesNoByteOfTheFile() {
     QTemporaryDir dir;
     auto p = std::make_unique<Problem>();
     QVERIFY(p->Load(KESTROW_SAMPDATA "/CatalystTrial.KSW"));
     Study& s = p->Studies(1);
-    for (int run = 1; run <= s.iNumRuns; ++run)
-      for (int rep = 1; rep <= s.iReps; ++rep)
-        if (s.GetData(1, run, rep) != MISSING_VALUE) s.SetData(1, run, rep, 1.23e-6f * static_cast<float>(run + rep));
+    for (int rv = 1; rv <= s.StudyRespVars.Count(); ++rv)
+      for (int run = 1; run <= s.iNumRuns; ++run)
+        for (int rep = 1; rep <= s.iReps; ++rep)
+          if (s.GetData(rv, run, rep) != MISSING_VALUE) s.SetData(rv, run, rep, 1.23e-6f * static_cast<float>(run + rep) / rv);
+    s.SetData(1, 1, 1, 1.23e-6f);
+    QCOMPARE(s.GetFlag(1, 4, 2) & CELL_EXCLUDED, int(CELL_EXCLUDED));  // saved as missing, the flag kept
     s.AddNote(2, 1, "first");
-    s.AddNote(2, 3, "third");
+    s.AddNote(2, 3, "third | with a bar");
+    s.AddNote(2, 2, "(3) looks like a mark");
     QString path = dir.filePath("tiny.KSW");
     QVERIFY(p->Save(path.toStdString()));
     QFile before(path);
     QVERIFY(before.open(QIODevice::ReadOnly));
     const QByteArray bytes = before.readAll();
     before.close();
+    Problem read;
+    QVERIFY(read.Load(path.toStdString()));
 
     frmMain w;
     w.Load();
@@ -212,10 +220,40 @@ class tst_frmMain : public QObject {
     for (int mode : {0, 1, 2}) {
       gSettings.GridMode = static_cast<std::int16_t>(mode);
       w.NodeClick("d1");
+      QAbstractItemModel* m = w.grdMain->model();
+      int row, col;
+      w.Data().CellOf(1, 1, 1, row, col);
+      QCOMPARE(m->data(m->index(row, col)).toString(), QString("1.23E-06"));
+      w.grdMain->setCurrentIndex(m->index(row, col));
+      w.Data().CellOf(1, 4, 2, row, col);
+      QCOMPARE(m->data(m->index(row, col)).toString(), QString(""));  // excluded: shown as missing
+      w.grdMain->setCurrentIndex(m->index(row, col));
+      w.Data().CellOf(1, 2, 1, row, col);
+      w.grdMain->setCurrentIndex(m->index(row, w.Data().NotesColumn()));
       w.NodeClick("P");
     }
     QVERIFY(!gProblem->bChanged);
     w.mnuFileSave_Click();
+
+    // Cell by cell first, so that a difference names its place.
+    Problem reread;
+    QVERIFY(reread.Load(path.toStdString()));
+    const Study& a = read.Studies(1);
+    const Study& b = reread.Studies(1);
+    QCOMPARE(a.GetData(1, 1, 1), 1.23e-6f);
+    for (int rv = 1; rv <= a.StudyRespVars.Count(); ++rv)
+      for (int run = 1; run <= a.iNumRuns; ++run)
+        for (int rep = 1; rep <= a.iReps; ++rep) {
+          QString at = QString("response %1 run %2 rep %3").arg(rv).arg(run).arg(rep);
+          QVERIFY2(a.GetStoredValue(rv, run, rep) == b.GetStoredValue(rv, run, rep), qPrintable(at));
+          QVERIFY2(a.GetFlag(rv, run, rep) == b.GetFlag(rv, run, rep), qPrintable(at));
+        }
+    QCOMPARE(b.Notes.Count(), a.Notes.Count());
+    for (int i = 1; i <= a.Notes.Count(); ++i) {
+      QCOMPARE(b.Notes(i).iRun, a.Notes(i).iRun);
+      QCOMPARE(b.Notes(i).iRep, a.Notes(i).iRep);
+      QCOMPARE(b.Notes(i).sText, a.Notes(i).sText);
+    }
     QFile after(path);
     QVERIFY(after.open(QIODevice::ReadOnly));
     QCOMPARE(after.readAll(), bytes);

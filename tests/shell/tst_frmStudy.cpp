@@ -109,8 +109,11 @@ class tst_frmStudy : public QObject {
     d.cmdDesign_Click();
     QVERIFY(d.lblDesign->text().startsWith("8-"));
     QVERIFY(d.cmdViewDes->isEnabled());
-    d.txtReps->setText("31");
-    QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr3") + " 30");
+    // Beyond the range, beyond an int and beyond a double: refused alike.
+    for (const char* reps : {"31", "1e300", "1e400", "2.5"}) {
+      d.txtReps->setText(reps);
+      QCOMPARE(ErrorAfter(*ui_, d.cmdOK), T("QCKerr3") + " 30");
+    }
     QCOMPARE(gProblem->Studies.Count(), 1);  // nothing stored yet
     d.txtReps->setText("30");
     d.cmdOK->click();
