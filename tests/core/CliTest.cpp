@@ -109,6 +109,10 @@ TEST(Cli, ARefusedOrFailedOperationExitsOneAndSaysWhy) {
       {"from-json " + dir / "missing.json " + dir / "x.KSW", "cannot read"},
       {"from-json " + Source("PlasmaEtch") + " /nonexistent/folder/x.KSW", "[Save]"},
       {"report " + Sampdata("PlasmaEtch") + " --study s9 stats", "no study with the key s9"},
+      // Endless input that is no problem file or JSON ends at once.
+      {"to-json /dev/zero", "This is not a valid .KSW file!"},
+      {"from-json /dev/zero " + dir / "zero.KSW", "not a JSON document"},
+      {"draw /dev/zero --image " + dir / "zero.png", "not a JSON document"},
   };
   for (const auto& [args, says] : cases) {
     CliResult r = RunCli(dir, args);
