@@ -90,6 +90,12 @@ bool WriteFileAtomically(const std::string& path, const void* data, std::size_t 
     ::umask(mask);
     mode &= ~mask;
   }
+  // It keeps its owner and group too where the system lets it (root saving a
+  // user's file; a user handing the file to a group of his own); else the
+  // new file is the saver's, as a new file would be.
+  if (exists && (st.st_uid != ::geteuid() || st.st_gid != ::getegid()) && ::fchown(fd, st.st_uid, st.st_gid) != 0 &&
+      ::fchown(fd, static_cast<uid_t>(-1), st.st_gid) != 0) {
+  }
   if (::fchmod(fd, mode) != 0) return fail(errno);
   const auto* bytes = static_cast<const unsigned char*>(data);
   std::size_t done = 0;
