@@ -19,6 +19,16 @@ constexpr int MAX_LINKS = 40;
 
 std::string SystemError(int err) { return std::strerror(err); }
 
+// The file that replaces another keeps its owner and group where the system
+// lets it (root saving a user's file; a user keeping a group of his own);
+// else it is the saver's, as a new file would be, and the save goes on.
+void KeepOwner(int fd, const struct stat& old) {
+  if (::fchown(fd, old.st_uid, old.st_gid) == 0) return;
+  if (::fchown(fd, static_cast<uid_t>(-1), old.st_gid) != 0) {
+    // the group is not the saver's to give: the saver's group stays
+  }
+}
+
 }  // namespace
 
 std::string FollowLinks(const std::string& path) {
@@ -90,6 +100,7 @@ bool WriteFileAtomically(const std::string& path, const void* data, std::size_t 
     ::umask(mask);
     mode &= ~mask;
   }
+  if (exists && (st.st_uid != ::geteuid() || st.st_gid != ::getegid())) KeepOwner(fd, st);
   if (::fchmod(fd, mode) != 0) return fail(errno);
   const auto* bytes = static_cast<const unsigned char*>(data);
   std::size_t done = 0;

@@ -71,8 +71,9 @@ bool Factor::fRead(FileIO& io) {
   }
   iFlag = io.GetInt();
   std::int16_t count = io.GetInt();
-  // Each level takes at least two empty strings and a float.
-  if (!io.CanHold(count, 8)) return false;
+  // Each level takes at least two empty strings and a float; the last one's
+  // float may be cut off by the end of the file.
+  if (!io.CanHold(count, 8, 4)) return false;
   for (int i = 0; i < count; ++i) {
     Level level;
     level.sName = io.GetString();

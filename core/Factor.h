@@ -52,6 +52,7 @@ class Factor {
   double DeCodedValue(double c) const;
 
   static constexpr std::size_t MIN_FILE_BYTES = 4 * 2 + 2 + 2;  // strings, flag, level count
+  static constexpr std::size_t TAIL_BYTES = 2 + 2;               // flag and level count, behind the last string
   bool fRead(FileIO& io);
   void fWrite(FileIO& io) const;
   void Export(std::ostream& out, int i) const;

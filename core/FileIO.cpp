@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include "core/AtomicFile.h"
@@ -43,8 +44,17 @@ bool ReadProblemBytes(const std::string& path, std::unique_ptr<std::uint8_t[]>& 
     return false;
   };
   if (S_ISREG(st.st_mode) && static_cast<unsigned long long>(st.st_size) > FileIO::MAX_FILE_BYTES) return tooLarge();
+  // Memory may give out before the largest file is reached: that is a
+  // failure like any other, not the end of the program.
+  auto noMemory = [&] {
+    error = "There is not enough memory to read the file";
+    buffer.reset();
+    ::close(fd);
+    return false;
+  };
   std::size_t capacity = S_ISREG(st.st_mode) ? static_cast<std::size_t>(st.st_size) : 65536;
-  buffer.reset(new std::uint8_t[capacity + 1]);
+  buffer.reset(new (std::nothrow) std::uint8_t[capacity + 1]);
+  if (!buffer) return noMemory();
   size = 0;
   static const std::uint8_t MAGIC[] = {4, 0, 'K', 'S', 'T', 'W'};
   std::size_t limit = sizeof MAGIC;  // first the magic, then the rest
@@ -59,7 +69,8 @@ bool ReadProblemBytes(const std::string& path, std::unique_ptr<std::uint8_t[]>& 
     }
     if (size == capacity + 1) {  // the file grew while it was read, or is a stream
       std::size_t bigger = std::min<std::size_t>(capacity * 2 + 2, FileIO::MAX_FILE_BYTES + 1);
-      std::unique_ptr<std::uint8_t[]> grown(new std::uint8_t[bigger + 1]);
+      std::unique_ptr<std::uint8_t[]> grown(new (std::nothrow) std::uint8_t[bigger + 1]);
+      if (!grown) return noMemory();
       std::memcpy(grown.get(), buffer.get(), size);
       buffer = std::move(grown);
       capacity = bigger;

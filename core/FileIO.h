@@ -86,9 +86,12 @@ class FileIO {
   // Bytes left to read.
   std::size_t Remaining() const { return pos_ < size_ ? size_ - pos_ : 0; }
   // True if count entries of at least minBytes each can still be in the file;
-  // otherwise the stream is marked as failed.
-  bool CanHold(long long count, std::size_t minBytes) {
-    if (count >= 0 && static_cast<unsigned long long>(count) * minBytes <= Remaining()) return true;
+  // otherwise the stream is marked as failed. The last entry may lack its
+  // trailing numbers (tail bytes of them), which read as 0 at the end of the
+  // file: only a count that the bytes left cannot satisfy is refused.
+  bool CanHold(long long count, std::size_t minBytes, std::size_t tail = 0) {
+    if (count == 0) return true;
+    if (count > 0 && static_cast<unsigned long long>(count) * minBytes - tail <= Remaining()) return true;
     failed_ = true;
     return false;
   }

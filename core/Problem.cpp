@@ -88,7 +88,7 @@ bool Problem::Load(const std::string& path) {
   if (io.Failed()) return fail(stage);
 
   stage = "Error reading Response Variables";
-  if (!io.CanHold(nRV, RespVar::MIN_FILE_BYTES)) return fail(stage);
+  if (!io.CanHold(nRV, RespVar::MIN_FILE_BYTES, RespVar::TAIL_BYTES)) return fail(stage);
   for (int i = 0; i < nRV; ++i) {
     RespVar rv;
     if (!rv.fRead(io) || io.Failed()) return fail(stage);
@@ -97,7 +97,7 @@ bool Problem::Load(const std::string& path) {
   }
 
   stage = "Error reading factors";
-  if (!io.CanHold(nFactors, Factor::MIN_FILE_BYTES)) return fail(stage);
+  if (!io.CanHold(nFactors, Factor::MIN_FILE_BYTES, Factor::TAIL_BYTES)) return fail(stage);
   for (int i = 0; i < nFactors; ++i) {
     Factor f;
     if (!f.fRead(io) || io.Failed()) return fail(stage);
@@ -106,7 +106,7 @@ bool Problem::Load(const std::string& path) {
   }
 
   stage = "Error reading studies";
-  if (!io.CanHold(nStudies, Study::MIN_FILE_BYTES)) return fail(stage);
+  if (!io.CanHold(nStudies, Study::MIN_FILE_BYTES, Study::TAIL_BYTES)) return fail(stage);
   for (int i = 0; i < nStudies; ++i) {
     Study s;
     s.pProblem = this;

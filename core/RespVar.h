@@ -22,6 +22,7 @@ class RespVar {
   void Clear() { *this = RespVar(); }
 
   static constexpr std::size_t MIN_FILE_BYTES = 5 * 2 + 4;  // five strings and the target
+  static constexpr std::size_t TAIL_BYTES = 4;              // the target, behind the last string
   bool fRead(FileIO& io);
   void fWrite(FileIO& io) const;
   void Export(std::ostream& out, int i) const;

@@ -28,6 +28,11 @@ class ScriptedUi : public Ui {
     messages.push_back({"warn", text});
     return Next(Answer::No) == Answer::Yes;
   }
+  // Recorded as a warning whose text begins with the title and a line end.
+  bool WarnYesNoTitled(const std::string& title, const std::string& text) override {
+    messages.push_back({"warn", "[" + title + "]\n" + text});
+    return Next(Answer::No) == Answer::Yes;
+  }
   Answer YesNoCancelBox(const std::string& text) override {
     messages.push_back({"yesnocancel", text});
     return Next(Answer::Cancel);

@@ -234,6 +234,9 @@ class Study {
   // The fewest bytes a study's block can take: every fixed field, empty
   // strings and empty collections.
   static constexpr std::size_t MIN_FILE_BYTES = 121;
+  // The counts of notes, own factors and own response variables: the numbers
+  // behind the last string of such a block.
+  static constexpr std::size_t TAIL_BYTES = 3 * 2;
   bool fRead(FileIO& io);
   void fWrite(FileIO& io) const;
   void Export(std::ostream& out, int i) const;

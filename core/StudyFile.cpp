@@ -40,6 +40,7 @@ constexpr std::size_t MIN_STUDY_RV = 2 + 2 + 4 + 4;
 constexpr std::size_t MIN_RTERM = 4 + 4 + 2;
 constexpr std::size_t MIN_TREATMENT = 2;
 constexpr std::size_t MIN_CONTRAST = 5 * 2 + 1;
+constexpr std::size_t CONTRAST_TAIL = 1;       // bPooled, behind the last string
 constexpr std::size_t MIN_NOTE = 2 + 2 + 2;
 constexpr std::size_t CELL_BYTES = 4 + 1 + 2;
 
@@ -156,7 +157,7 @@ bool Study::fRead(FileIO& io) {
       Treatments.Add(std::move(t));
     }
     count = io.GetInt();
-    if (!io.CanHold(count, MIN_CONTRAST)) return false;
+    if (!io.CanHold(count, MIN_CONTRAST, CONTRAST_TAIL)) return false;
     for (int i = 0; i < count; ++i) {
       Contrast c;
       c.sName = io.GetString();
@@ -206,7 +207,7 @@ bool Study::fRead(FileIO& io) {
   // failure can be hidden by a later success. Files have always been read so,
   // and a stricter reader would refuse damaged files that load.
   count = io.GetInt();
-  if (!io.CanHold(count, Factor::MIN_FILE_BYTES)) return false;
+  if (!io.CanHold(count, Factor::MIN_FILE_BYTES, Factor::TAIL_BYTES)) return false;
   for (int i = 0; i < count; ++i) {
     Factor f;
     ok = f.fRead(io);
@@ -214,7 +215,7 @@ bool Study::fRead(FileIO& io) {
     if (!MyFactors.Add(std::move(f), key)) return false;
   }
   count = io.GetInt();
-  if (!io.CanHold(count, RespVar::MIN_FILE_BYTES)) return false;
+  if (!io.CanHold(count, RespVar::MIN_FILE_BYTES, RespVar::TAIL_BYTES)) return false;
   for (int i = 0; i < count; ++i) {
     RespVar rv;
     ok = rv.fRead(io);

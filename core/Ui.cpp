@@ -32,6 +32,9 @@ void ErrorBox(const std::string& text) { CurrentUi().ErrorBox(text); }
 void InfoBox(const std::string& text) { CurrentUi().InfoBox(text); }
 Answer YesNoBox(const std::string& text) { return CurrentUi().YesNoBox(text); }
 bool WarnYesNo(const std::string& text) { return CurrentUi().WarnYesNo(text); }
+bool WarnYesNoTitled(const std::string& title, const std::string& text) {
+  return CurrentUi().WarnYesNoTitled(title, text);
+}
 
 void ReportError(const std::string& description, const std::string& procedure) {
   ErrorBox(description + " [" + procedure + "]");

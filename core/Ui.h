@@ -19,6 +19,11 @@ class Ui {
   virtual void InfoBox(const std::string& text) = 0;    // information icon, OK only
   virtual Answer YesNoBox(const std::string& text) = 0; // question icon, No the default
   virtual bool WarnYesNo(const std::string& text) = 0;  // warning icon, title " - Warning!"
+  // The same question under a title of its own (the wizard's "Kestrow Wizard").
+  virtual bool WarnYesNoTitled(const std::string& title, const std::string& text) {
+    (void)title;
+    return WarnYesNo(text);
+  }
   virtual Answer YesNoCancelBox(const std::string& text) = 0;  // the save question
   virtual bool OkCancelBox(const std::string& text) = 0;       // the fractional editor's question
   // A save dialog with an overwrite prompt; the chosen path, or empty when
@@ -53,6 +58,7 @@ void ErrorBox(const std::string& text);
 void InfoBox(const std::string& text);
 Answer YesNoBox(const std::string& text);
 bool WarnYesNo(const std::string& text);
+bool WarnYesNoTitled(const std::string& title, const std::string& text);
 
 // An unexpected failure of a procedure: the description, a blank and the
 // procedure's name in brackets, as in "Disk full [Save]".

@@ -32,6 +32,11 @@ bool QtUi::WarnYesNo(const std::string& text) {
   return b == QMessageBox::Yes;
 }
 
+bool QtUi::WarnYesNoTitled(const std::string& title, const std::string& text) {
+  auto b = QMessageBox::warning(parent_, Q(title), Q(text), QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+  return b == QMessageBox::Yes;
+}
+
 Answer QtUi::YesNoCancelBox(const std::string& text) {
   auto b = QMessageBox::question(parent_, PROGRAM_TITLE, Q(text),
                                  QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel);

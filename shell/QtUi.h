@@ -16,6 +16,7 @@ class QtUi : public Ui {
   void InfoBox(const std::string& text) override;
   Answer YesNoBox(const std::string& text) override;
   bool WarnYesNo(const std::string& text) override;
+  bool WarnYesNoTitled(const std::string& title, const std::string& text) override;
   Answer YesNoCancelBox(const std::string& text) override;
   bool OkCancelBox(const std::string& text) override;
   void DoEvents() override;

@@ -1,5 +1,6 @@
 #include "shell/frmTest.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -45,6 +46,15 @@ frmTest::frmTest(QWidget* parent) : QDialog(parent) {
     lblRoutine[i] = new QLabel(QString("%1(%2)").arg(routine->name, names.join(", ")), this);
     grid->addWidget(lblRoutine[i], i, 0);
     for (int a = 0; a < names.size(); ++a) {
+      if (names[a] == "column") {
+        // A column of the table is picked from its names, never typed.
+        cboColumn = new QComboBox(this);
+        cboColumn->setObjectName("cboColumn");
+        for (const std::string& c : TableCColumns()) cboColumn->addItem(QString::fromStdString(c));
+        args_[i].push_back(cboColumn);
+        grid->addWidget(cboColumn, i, 1 + a);
+        continue;
+      }
       auto* arg = new QLineEdit(this);
       arg->setObjectName(QString("txtArg_%1_%2").arg(i).arg(a));
       arg->setPlaceholderText(names[a]);
@@ -58,6 +68,7 @@ frmTest::frmTest(QWidget* parent) : QDialog(parent) {
         connect(arg, &QLineEdit::returnPressed, this, [this, i] { cmdDoIt_Click(i); });
       }
       txtArg[i].push_back(arg);
+      args_[i].push_back(arg);
       grid->addWidget(arg, i, 1 + a);
     }
     cmdDoIt[i] = new QPushButton("Do It!", this);
@@ -87,7 +98,10 @@ frmTest::frmTest(QWidget* parent) : QDialog(parent) {
 void frmTest::cmdDoIt_Click(int index) {
   if (index < 0 || index >= ROUTINES) return;
   std::vector<std::string> args;
-  for (QLineEdit* arg : txtArg[index]) args.push_back(arg->text().toStdString());
+  for (QWidget* arg : args_[index]) {
+    auto* box = qobject_cast<QComboBox*>(arg);
+    args.push_back((box ? box->currentText() : static_cast<QLineEdit*>(arg)->text()).toStdString());
+  }
   std::string out, error;
   if (RunBenchRoutine(ROUTINE_NAMES[index], args, out, error) == BenchResult::Done) {
     txtResult[index]->setText(OneLine(out));

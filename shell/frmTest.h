@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <vector>
 
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -23,12 +24,17 @@ class frmTest : public QDialog {
   explicit frmTest(QWidget* parent = nullptr);
 
   QLabel* lblRoutine[ROUTINES];              // the routine and its arguments
-  std::vector<QLineEdit*> txtArg[ROUTINES];  // one per argument; an alpha is fixed and read-only
+  std::vector<QLineEdit*> txtArg[ROUTINES];  // one per typed argument; an alpha is fixed and read-only
+  QComboBox* cboColumn = nullptr;            // ReadTableC's column, one of the table's names
   QPushButton* cmdDoIt[ROUTINES];
   QLineEdit* txtResult[ROUTINES];            // the result, or what was wrong with the arguments
   QPushButton* cmdQuit;
 
   void cmdDoIt_Click(int index);
+
+ private:
+  // The argument fields of each row in the routine's order.
+  std::vector<QWidget*> args_[ROUTINES];
 };
 
 }  // namespace kestrow

@@ -110,7 +110,7 @@ std::string SetupWizard::Wiz08OK(const std::vector<std::string>& respVars, const
 }
 
 bool SetupWizard::ConfirmBack(const std::string& tag) {
-  return WarnYesNo(GetText(tag) + "\r\n" + GetText("WIZerr6b"));
+  return WarnYesNoTitled("Kestrow Wizard", GetText(tag) + "\r\n" + GetText("WIZerr6b"));
 }
 
 }  // namespace kestrow

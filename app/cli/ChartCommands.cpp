@@ -115,13 +115,10 @@ int Draw(const Words& words) {
   if (a.Has("--size") && !ParseSize(a.Option("--size"), width, height))
     return Usage("--size takes WxH, each from 1 to 10000");
   if (!CheckImagePath(a.Option("--image"), complaint)) return Usage(complaint);
-  std::ifstream in(a.positional[0], std::ios::binary);
-  if (!in) return Failed("cannot read " + a.positional[0] + ": " + std::strerror(errno));
-  std::stringstream text;
-  text << in.rdbuf();
+  std::string text, error;
+  if (!ReadJsonFile(a.positional[0], text, error)) return Failed(error);
   ChartPage page;
-  std::string error;
-  if (!ChartsFromJson(text.str(), page, error)) return Failed(a.positional[0] + ": " + error);
+  if (!ChartsFromJson(text, page, error)) return Failed(a.positional[0] + ": " + error);
   return PrintChartList(page, a.Option("--image"), width, height);
 }
 

@@ -1,6 +1,11 @@
 #include "app/cli/Cli.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <iostream>
 
 #include "core/Language.h"
@@ -102,6 +107,42 @@ bool ParseWhole(const std::string& text, long lo, long hi, int& out) {
   double v = Val(text);
   if (v < static_cast<double>(lo) || v > static_cast<double>(hi)) return false;
   out = static_cast<int>(v);
+  return true;
+}
+
+bool ReadJsonFile(const std::string& path, std::string& text, std::string& error) {
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    error = "cannot read " + path + ": " + std::strerror(errno);
+    return false;
+  }
+  text.clear();
+  bool started = false;  // the first character that is no blank can begin a JSON value
+  char chunk[65536];
+  for (;;) {
+    ssize_t n = ::read(fd, chunk, sizeof chunk);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) {
+      error = "cannot read " + path + ": " + std::strerror(errno);
+      ::close(fd);
+      return false;
+    }
+    if (n == 0) break;
+    text.append(chunk, static_cast<std::size_t>(n));
+    if (!started) {
+      std::size_t first = text.find_first_not_of(" \t\r\n");
+      if (first == std::string::npos) continue;
+      // Anything else is refused here; a value that is no object is left to
+      // the reader, which says where and what is wrong.
+      if (std::string("{[\"-0123456789tfn").find(text[first]) == std::string::npos) {
+        error = path + ": not a JSON document";
+        ::close(fd);
+        return false;
+      }
+      started = true;
+    }
+  }
+  ::close(fd);
   return true;
 }
 

@@ -43,6 +43,11 @@ bool ParseArgs(const std::vector<std::string>& words, const std::vector<std::str
 // A whole number from lo to hi, as an option gives it; false for any other text.
 bool ParseWhole(const std::string& text, long lo, long hi, int& out);
 
+// Reads a JSON document whole. Input whose first character (after blanks)
+// can begin no JSON value is refused at once, so that an endless stream of
+// such bytes ends with a message; false with the reason in error.
+bool ReadJsonFile(const std::string& path, std::string& text, std::string& error);
+
 // Loads a problem file into a new problem; the load reports its own failure.
 std::unique_ptr<Problem> LoadProblem(const std::string& path);
 // The study of a loaded problem named by --study; reports a missing one.

@@ -33,13 +33,10 @@ int FromJson(const Words& words) {
   std::string complaint;
   if (!ParseArgs(words, {}, a, complaint)) return Usage(complaint);
   if (a.positional.size() != 2) return Usage("from-json takes a JSON file and the problem file to write");
-  std::ifstream in(a.positional[0], std::ios::binary);
-  if (!in) return Failed("cannot read " + a.positional[0] + ": " + std::strerror(errno));
-  std::stringstream text;
-  text << in.rdbuf();
+  std::string text, error;
+  if (!ReadJsonFile(a.positional[0], text, error)) return Failed(error);
   auto problem = std::make_unique<Problem>();
-  std::string error;
-  if (!ProblemFromJson(text.str(), *problem, error)) return Failed(a.positional[0] + ": " + error);
+  if (!ProblemFromJson(text, *problem, error)) return Failed(a.positional[0] + ": " + error);
   return problem->Save(a.positional[1]) ? OK : FAILED;
 }
 

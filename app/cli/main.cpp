@@ -7,6 +7,8 @@
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -82,5 +84,14 @@ int main(int argc, char** argv) {
   // Past a file-size limit a write is to fail with EFBIG, which is reported,
   // rather than end the program with a truncated output and no word.
   std::signal(SIGXFSZ, SIG_IGN);
-  return kestrow::cli::Delivered(kestrow::cli::Run(argc, argv));
+  int code;
+  // Input beyond what memory holds ends with a message, never an abort.
+  try {
+    code = kestrow::cli::Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    code = kestrow::cli::Failed("not enough memory for this input");
+  } catch (const std::exception& e) {
+    code = kestrow::cli::Failed(e.what());
+  }
+  return kestrow::cli::Delivered(code);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <sstream>
 
 #include "core/TestSupport.h"
 
@@ -109,6 +110,10 @@ TEST(Cli, ARefusedOrFailedOperationExitsOneAndSaysWhy) {
       {"from-json " + dir / "missing.json " + dir / "x.KSW", "cannot read"},
       {"from-json " + Source("PlasmaEtch") + " /nonexistent/folder/x.KSW", "[Save]"},
       {"report " + Sampdata("PlasmaEtch") + " --study s9 stats", "no study with the key s9"},
+      // Endless input that is no problem file or JSON ends at once.
+      {"to-json /dev/zero", "This is not a valid .KSW file!"},
+      {"from-json /dev/zero " + dir / "zero.KSW", "not a JSON document"},
+      {"draw /dev/zero --image " + dir / "zero.png", "not a JSON document"},
   };
   for (const auto& [args, says] : cases) {
     CliResult r = RunCli(dir, args);
@@ -154,6 +159,26 @@ TEST(Cli, BadUsageExitsTwo) {
     EXPECT_NE(r.err.find("usage: kestrow-cli"), std::string::npos) << args;
   }
   EXPECT_EQ(RunCli(dir, "--help").code, 0);
+}
+
+// The manual describes every command that the usage text lists.
+TEST(Cli, TheManualDescribesEveryCommandTheToolLists) {
+  TempDir dir;
+  CliResult help = RunCli(dir, "--help");
+  ASSERT_EQ(help.code, 0);
+  std::string manual = ReadFile(std::string(KESTROW_RESOURCES) + "/../docs/kestrow-cli.md");
+  ASSERT_FALSE(manual.empty());
+  std::istringstream lines(help.out.substr(help.out.find("commands:")));
+  std::string line;
+  int commands = 0;
+  while (std::getline(lines, line) && line.rfind("options:", 0) != 0) {
+    // A command's line starts two blanks in, with its name.
+    if (line.size() < 3 || line.compare(0, 2, "  ") != 0 || line[2] == ' ') continue;
+    std::string name = line.substr(2, line.find(' ', 2) - 2);
+    ++commands;
+    EXPECT_NE(manual.find("\n`" + name + " "), std::string::npos) << name;
+  }
+  EXPECT_GE(commands, 10);
 }
 
 // A command whose output does not get out has failed: a full disk, or a

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "core/TestSupport.h"
 
@@ -119,6 +120,65 @@ TEST_F(DamagedFile, AFileCutInItsLastCountLoadsAndTheMagicAloneFailsAtTheParamet
   EXPECT_EQ(LoadFailureOf(Str("KSTW")), PARAMETERS);
   ASSERT_EQ(ui->messages.size(), 2u);
   EXPECT_EQ(ui->messages[0].kind, "info");
+}
+
+// Entries with the least text there can be, each the last block of its file:
+// the count check leaves no slack for them, yet a cut anywhere in the numbers
+// behind their last string reads those numbers as 0 and loads.
+TEST_F(DamagedFile, EntriesCutInTheNumbersBehindTheirLastStringLoad) {
+  struct Case {
+    const char* what;
+    std::function<void(Problem&)> make;
+    std::size_t numbers;  // bytes of numbers behind the last string
+  };
+  const Case cases[] = {
+      {"a response's target",
+       [](Problem& p) {
+         RespVar rv;
+         rv.sKey = "r";
+         rv.fTarget = 0;
+         p.RespVars.Add(std::move(rv), "r");
+       },
+       4},
+      {"a factor's flag and level count",
+       [](Problem& p) {
+         Factor f;
+         f.sKey = "f";
+         p.Factors.Add(std::move(f), "f");
+       },
+       4},
+      {"the code of a factor's last level",
+       [](Problem& p) {
+         Factor f;
+         f.sKey = "f";
+         f.Levels.Add(Level{});
+         p.Factors.Add(std::move(f), "f");
+       },
+       4},
+      {"a study's counts of notes and own factors and responses",
+       [](Problem& p) {
+         Study s;
+         s.sKey = "s";
+         p.AddStudy(std::move(s));
+       },
+       6},
+  };
+  for (const Case& c : cases) {
+    Problem p;
+    p.sName.clear();
+    c.make(p);
+    std::string bytes = SavedBytes(p, dir);
+    for (std::size_t cut = 1; cut <= c.numbers; ++cut) {
+      ui->messages.clear();
+      EXPECT_EQ(LoadFailureOf(bytes.substr(0, bytes.size() - cut)), "") << c.what << ", cut by " << cut;
+      // The numbers were 0: the problem read is the one saved.
+      Problem q;
+      ASSERT_TRUE(q.Load(dir / "load.KSW"));
+      EXPECT_EQ(SavedBytes(q, dir, "again.KSW"), bytes) << c.what << ", cut by " << cut;
+    }
+    // One byte more takes a string's text or count: that is a damaged file.
+    EXPECT_NE(LoadFailureOf(bytes.substr(0, bytes.size() - c.numbers - 1)), "") << c.what;
+  }
 }
 
 // Input that is no problem file is refused on its first bytes, however long

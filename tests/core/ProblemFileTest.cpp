@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <functional>
+#include <iterator>
 
 #include "core/FileIO.h"
 #include "core/TestSupport.h"
@@ -202,6 +204,14 @@ TEST_F(Save, SavingOverALongerFileLeavesNoTailAndKeepsPermissions) {
   struct stat st {};
   ::stat((dir / "p.KSW").c_str(), &st);
   EXPECT_EQ(st.st_mode & 0777, 0640u);
+  // Root saving a user's file leaves it the user's.
+  if (::geteuid() == 0) {
+    ASSERT_EQ(::chown((dir / "p.KSW").c_str(), 65534, 65534), 0);
+    ASSERT_TRUE(p.Save(dir / "p.KSW"));
+    ::stat((dir / "p.KSW").c_str(), &st);
+    EXPECT_EQ(st.st_uid, 65534u);
+    EXPECT_EQ(st.st_gid, 65534u);
+  }
 }
 
 // Runs the work as an ordinary user (nobody) when the tests run as root, so
@@ -229,11 +239,15 @@ TEST_F(Save, ReadOnlyFilesAreRefusedAndLinksAreWrittenThrough) {
     WriteFile(dir / name, "old bytes");
     ::chmod((dir / name).c_str(), 0444);
   }
+  // The same user saves a new file beside them: the refusal is the file's.
   EXPECT_TRUE(AsOrdinaryUser([&] {
-    return !p.Save(dir / "locked.KSW") && !p.Export(dir / "locked.txt") &&
-           ui->messages.size() == 2 && ui->messages[0].text.find("[Save]") != std::string::npos &&
+    return p.Save(dir / "free.KSW") && p.Export(dir / "free.txt") && ui->messages.empty() &&
+           !p.Save(dir / "locked.KSW") && !p.Export(dir / "locked.txt") && ui->messages.size() == 2 &&
+           ui->messages[0].text.find("Permission denied") != std::string::npos &&
+           ui->messages[0].text.find("[Save]") != std::string::npos &&
            ui->messages[1].text.find("[Export]") != std::string::npos;
   }));
+  EXPECT_EQ(ReadFile(dir / "free.txt").rfind("Problem name: Changed", 0), 0u);
   EXPECT_EQ(ReadFile(dir / "locked.KSW"), "old bytes");
   EXPECT_EQ(ReadFile(dir / "locked.txt"), "old bytes");
 
@@ -247,6 +261,7 @@ TEST_F(Save, ReadOnlyFilesAreRefusedAndLinksAreWrittenThrough) {
   Problem back;
   ASSERT_TRUE(back.Load(dir / "real/target.KSW"));
   EXPECT_EQ(back.sName, "Changed");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir / "real"), {}), 1);  // no temporary left
   ::symlink("real/export.txt", (dir / "export-link.txt").c_str());
   ASSERT_TRUE(p.Export(dir / "export-link.txt"));
   EXPECT_EQ(ReadFile(dir / "real/export.txt").rfind("Problem name: Changed", 0), 0u);

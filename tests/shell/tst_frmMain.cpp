@@ -259,18 +259,62 @@ class tst_frmMain : public QObject {
     QCOMPARE(after.readAll(), bytes);
   }
 
-  // Quick study, then New: Yes to the save question and Cancel in the Save As
-  // dialog mean "stay": the unsaved problem stays open and changed.
+  // An untitled, changed problem, then New, Open, a recent file, the wizard,
+  // the quick study or Exit: Yes to the save question and Cancel in the Save
+  // As dialog mean "stay": the command goes no further (no dialog of its
+  // own, no other problem, the window stays), and the problem stays open
+  // and changed.
   void aCancelledSaveAsInTheSaveQuestionKeepsTheProblem() {
     frmMain w;
     w.Load();
-    gProblem->sName = "Bread";
-    gProblem->bChanged = true;
-    ui_->answers.push_back(Answer::Yes);  // save the changes; the dialog is cancelled
-    w.mnuFileNew_Click();
-    QCOMPARE(QString::fromStdString(gProblem->sName), QString("Bread"));
-    QVERIFY(gProblem->bChanged);
-    QCOMPARE(ui_->messages.back().kind, std::string("savedialog"));
+    w.show();
+    AddToRecentList(KESTROW_SAMPDATA "/PlasmaEtch.KSW");
+    const char* commands[] = {"mnuFileNew", "mnuFileOpen", "Recent", "mnuNewWizard", "Quick", "mnuFileExit"};
+    for (const char* command : commands) {
+      gProblem->sName = "Bread";
+      gProblem->bChanged = true;
+      ui_->messages.clear();
+      ui_->answers.push_back(Answer::Yes);  // save the changes; the dialog is cancelled
+      // A dialog the command went on to open is recorded and closed.
+      QString opened;
+      QTimer::singleShot(0, [&] {
+        if (QWidget* modal = QApplication::activeModalWidget()) {
+          opened = modal->metaObject()->className();
+          modal->close();
+        }
+      });
+      if (std::string(command) == "Quick")
+        w.ToolsQuickStudy();
+      else if (std::string(command) == "Recent")
+        w.mnuRecentFile_Click(1);
+      else
+        w.Action(command)->trigger();
+      QCoreApplication::processEvents();
+      QVERIFY2(opened.isEmpty(), qPrintable(QString(command) + " opened " + opened));
+      QCOMPARE(QString::fromStdString(gProblem->sName), QString("Bread"));
+      QVERIFY2(gProblem->bChanged, command);
+      QVERIFY2(w.isVisible(), command);
+      QCOMPARE(ui_->messages.size(), std::size_t(2));
+      QCOMPARE(ui_->messages[0].kind, std::string("yesnocancel"));
+      QCOMPARE(ui_->messages[1].kind, std::string("savedialog"));
+    }
+    gProblem->bChanged = false;
+  }
+
+  // The cue-card button with no CueCards.TXT in the program folder says so,
+  // rather than doing nothing.
+  void theCueCardButtonSaysWhenTheCardsCannotBeRead() {
+    frmMain w;
+    w.Load();
+    std::string home = ProgramFolder();
+    QTemporaryDir empty;
+    SetProgramFolder(empty.path().toStdString());
+    ui_->messages.clear();
+    w.ToolsCueCard();
+    SetProgramFolder(home);
+    QCOMPARE(ui_->messages.size(), std::size_t(1));
+    QCOMPARE(ui_->messages[0].kind, std::string("error"));
+    QVERIFY(QString::fromStdString(ui_->messages[0].text).contains("missing or unreadable"));
   }
 
   void addingAFactorThroughTheDialog() {

@@ -268,6 +268,28 @@ class tst_frmStudy : public QObject {
     CheckRunOrder(s);
   }
 
+  // Going back from a page with text on it asks, under the wizard's own
+  // title; No stays on the page with the text, Yes goes back.
+  void theWizardsGoBackQuestionIsTitledKestrowWizard() {
+    frmWizard w;
+    w.txtProblem->setText("Coating");
+    w.cmdNext->click();
+    QCOMPARE(w.Step(), 2);
+    w.txtFactor->setText("Temperature");
+    ui_->messages.clear();
+    ui_->answers.push_back(Answer::No);
+    w.cmdPrev->click();
+    QCOMPARE(w.Step(), 2);
+    QCOMPARE(w.txtFactor->text(), QString("Temperature"));
+    QCOMPARE(ui_->messages.size(), std::size_t(1));
+    QCOMPARE(ui_->messages[0].kind, std::string("warn"));
+    QCOMPARE(QString::fromStdString(ui_->messages[0].text),
+             "[Kestrow Wizard]\n" + T("WIZerr6a") + "\r\n" + T("WIZerr6b"));
+    ui_->answers.push_back(Answer::Yes);
+    w.cmdPrev->click();
+    QCOMPARE(w.Step(), 1);
+  }
+
  private:
   ScriptedUi* ui_ = nullptr;
 };

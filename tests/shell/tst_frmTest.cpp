@@ -3,6 +3,7 @@
 // its own result field. The routines themselves are tested in the engine;
 // here, only what the dialog adds.
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -56,6 +57,26 @@ class tst_frmTest : public QObject {
     QVERIFY(d.txtResult[TABLEB]->toolTip().isEmpty());
     QCOMPARE(d.txtResult[TABLEF]->text(), QString("3.29"));
     QVERIFY(ui_->messages.empty());
+  }
+
+  // ReadTableC's column is picked from the table's names, not typed; a lookup
+  // that finds nothing says so, in the reader's message and in the result
+  // field, instead of showing the missing-value mark.
+  void theControlChartColumnIsPickedFromTheTablesNames() {
+    frmTest d;
+    QVERIFY(d.cboColumn && !d.cboColumn->isEditable());
+    QStringList names;
+    for (int i = 0; i < d.cboColumn->count(); ++i) names << d.cboColumn->itemText(i);
+    QCOMPARE(names, QStringList({"d2", "c4", "A2", "A3", "B3", "B4", "D3", "D4"}));
+    QCOMPARE(d.txtArg[TABLEC].size(), std::size_t(1));  // n only
+    d.cboColumn->setCurrentText("d2");
+    QCOMPARE(DoIt(d, TABLEC, {"5"}), QString("2.326"));  // d2 for subgroups of 5 (ASTM STP 15D)
+    QString none = DoIt(d, TABLEC, {"1000"});
+    QVERIFY2(none.startsWith("ReadTableC: no value"), qPrintable(none));
+    QVERIFY(!none.contains("-9999"));
+    // The reader itself says what the table lacked, as it does everywhere.
+    QCOMPARE(ui_->messages.size(), std::size_t(1));
+    QVERIFY(QString::fromStdString(ui_->messages[0].text).endsWith("[ReadTableC]"));
   }
 
   // Return in an argument does its row; it must not reach a default button
