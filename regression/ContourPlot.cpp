@@ -306,7 +306,7 @@ bool PlottedFactors(const Study& study, int& fx, int& fy, std::string& complaint
     for (const Rterm& t : study.REGRESS_Rterms)
       if (t.fValue == FREE_AXIS && t.sTerm != "0" && t.sTerm.find(',') == std::string::npos)
         free.push_back(static_cast<int>(Val(t.sTerm)));
-    if (free.size() == 2) fx = free[0], fy = free[1];
+    if (free.size() >= 2) fx = free[0], fy = free[1];
   }
   if (fx < 1 || fx > count || fy < 1 || fy > count || fx == fy) {
     complaint = "Choose the two factors to plot";
@@ -343,6 +343,34 @@ bool EnsureCoefficients(Study& study) {
       return fit.Compute(study.REGRESS_sRVkey);
     }
   return true;
+}
+
+bool TraceContours(Chart& c, const ContourSurface& surface, const ContourGrid& grid, const std::vector<float>& levels,
+                   int targetIndex, bool rainbow, ContourProgress* progress, const std::string& sRV,
+                   std::string& complaint) {
+  const auto stopped = [progress] { return (progress && progress->Stopped()) || CurrentUi().StopRequested(); };
+  Tracer tracer(c, surface, std::max(2, grid.n), grid.xMin, grid.xMax, grid.yMin, grid.yMax);
+  bool ok = true;
+  if (progress) progress->Show();
+  for (int k = 1; k <= static_cast<int>(levels.size()) && !stopped(); ++k) {
+    if (progress) progress->Progress(levels[static_cast<std::size_t>(k - 1)], sRV);
+    if (!tracer.Level(k, levels[static_cast<std::size_t>(k - 1)], k == targetIndex, rainbow, stopped, complaint)) {
+      ok = false;
+      break;
+    }
+  }
+  if (progress) progress->Hide();
+  // The target level makes no band of its own.
+  const float step = 100.0f / static_cast<float>(targetIndex ? levels.size() : levels.size() + 1);
+  for (const Seed& s : tracer.seeds) {
+    DataPoint p;
+    p.sId = "COL";
+    p.fX = s.x;
+    p.fY = s.y;
+    p.fZ = static_cast<float>(s.colour) * step;
+    c.AddDataUnconsidered(p);
+  }
+  return ok;
 }
 
 bool SetupContourPlot(Study& study, const std::string& sList) {
@@ -434,27 +462,10 @@ bool SetupContourPlot(Study& study, const std::string& sList) {
     }
     const int targetIndex = target != MISSING_VALUE ? static_cast<int>(levels.size()) : 0;
 
-    Tracer tracer(c, surface, n, xMin, xMax, yMin, yMax);
-    const bool rainbow = (study.CONTOUR_flags & 1) != 0;
-    if (progress) progress->Show();
-    for (int k = 1; k <= static_cast<int>(levels.size()) && !stopped(); ++k) {
-      if (progress) progress->Progress(levels[static_cast<std::size_t>(k - 1)], rvAbbr);
-      if (!tracer.Level(k, levels[static_cast<std::size_t>(k - 1)], k == targetIndex, rainbow, stopped, complaint)) {
-        ReportError(complaint, TAG);
-        ok = false;
-        break;
-      }
-    }
-    if (progress) progress->Hide();
-    // The target level makes no band of its own.
-    const float step = 100.0f / static_cast<float>(targetIndex ? levels.size() : levels.size() + 1);
-    for (const Seed& s : tracer.seeds) {
-      DataPoint p;
-      p.sId = "COL";
-      p.fX = s.x;
-      p.fY = s.y;
-      p.fZ = static_cast<float>(s.colour) * step;
-      c.AddDataUnconsidered(p);
+    const ContourGrid grid{n, xMin, xMax, yMin, yMax};
+    if (!TraceContours(c, surface, grid, levels, targetIndex, (study.CONTOUR_flags & 1) != 0, progress, rvAbbr, complaint)) {
+      ReportError(complaint, TAG);
+      ok = false;
     }
     if (!ok || stopped()) break;
   } while (!rest.empty());

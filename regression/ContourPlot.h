@@ -9,6 +9,7 @@
 
 namespace kestrow {
 
+class Chart;
 class Regress;
 class Study;
 
@@ -49,6 +50,20 @@ ContourSurface PlotSurface(const Study& study, const Regress& fit, int fx, int f
 // table of more than MAX_CONTOUR_LEVELS.
 inline constexpr int MAX_CONTOUR_LEVELS = 20;
 bool ContourLevels(float zMin, float zMax, float target, std::vector<float>& levels, std::string& complaint);
+
+// The grid of the walk: N by N cells over the plot.
+struct ContourGrid {
+  int n = 20;
+  float xMin = 0, xMax = 1, yMin = 0, yMax = 1;
+};
+
+// Traces each level (the target's index from 1, or 0) into the chart as
+// runs of points, with the seeds of the rainbow fill when asked, telling
+// the progress window of each level when there is one and stopping early
+// when it asks. False, with the complaint, when a walk never ends.
+bool TraceContours(Chart& chart, const ContourSurface& surface, const ContourGrid& grid, const std::vector<float>& levels,
+                   int targetIndex, bool rainbow, ContourProgress* progress, const std::string& sRV,
+                   std::string& complaint);
 
 // Builds the contour charts of the study's stored model and plotted
 // factors: one for each pair "label|value" of sList (the key factor's
