@@ -42,7 +42,7 @@ class Tracer {
         dx_((xMax - xMin) / static_cast<float>(n)), dy_((yMax - yMin) / static_cast<float>(n)),
         // A walk that goes through every cell twice has found all there is:
         // only a walk that would never end meets this limit.
-        limit_(2 * (n + 1) * (n + 1)) {}
+        limit_(2 * static_cast<std::size_t>(n + 1) * static_cast<std::size_t>(n + 1)) {}
 
   // Traces level k (from 1) at L. False, with the complaint, when a walk
   // met its limit; stop() true ends the level early.
@@ -54,9 +54,10 @@ class Tracer {
  private:
   float X(int i) const { return xMin_ + static_cast<float>(i) * dx_; }
   float Y(int j) const { return yMin_ + static_cast<float>(j) * dy_; }
-  bool Visited(int i, int j) const { return visited_[static_cast<std::size_t>(i * (n_ + 1) + j)]; }
+  std::size_t Cell(int i, int j) const { return static_cast<std::size_t>(i) * static_cast<std::size_t>(n_ + 1) + static_cast<std::size_t>(j); }
+  bool Visited(int i, int j) const { return visited_[Cell(i, j)]; }
   void Visit(int i, int j) {
-    if (i >= 0 && j >= 0 && i <= n_ && j <= n_) visited_[static_cast<std::size_t>(i * (n_ + 1) + j)] = true;
+    if (i >= 0 && j >= 0 && i <= n_ && j <= n_) visited_[Cell(i, j)] = true;
   }
   bool CellExits(int i, int j, int entry, float L, int& edge, float& x, float& y) const;
   static void Move(int exit, int& i, int& j, int& entry);
@@ -170,7 +171,7 @@ template <class Stop>
 bool Tracer::Level(int k, float L, bool target, bool rainbow, Stop stop, std::string& complaint) {
   level_ = L;
   target_ = target;
-  visited_.assign(static_cast<std::size_t>((n_ + 1) * (n_ + 1)), false);
+  visited_.assign(Cell(n_ + 1, 0), false);
   for (int i = 1; i <= n_ - 1; ++i) {
     CurrentUi().DoEvents();
     if (stop()) return true;
