@@ -437,6 +437,7 @@ bool SetupContourPlot(Study& study, const std::string& sList) {
     c.sText1 = conditions;
     c.sText2 = rvAbbr;
     c.sText3 = fit.PackConstants();
+    c.bRainbow = (study.CONTOUR_flags & 1) != 0;  // the drawing floods the bands from the seeds
     c.bVisible = true;
 
     const ContourSurface surface = PlotSurface(study, fit, fx, fy);

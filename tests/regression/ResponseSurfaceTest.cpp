@@ -37,7 +37,7 @@ TEST_F(ResponseSurfaceTest, TheNetRunsInStripsFromTheBackOverThePublishedSurface
   EXPECT_EQ(c.sTitle, "Yield response surface");
   EXPECT_EQ(c.sXlabel, "Time");
   EXPECT_EQ(c.sYlabel, "Temp");
-  EXPECT_FLOAT_EQ(c.fAlphaRad, static_cast<float>(30 * std::acos(-1.0) / 180));
+  EXPECT_NEAR(c.fAlphaRad, 30 * std::acos(-1.0) / 180, 2e-4);
   EXPECT_TRUE(c.bRainbow && c.bHideNet && !c.bShade && !c.bFilled);
   // n strips of n + 1 pairs: 2 n (n + 1) evaluations.
   ASSERT_EQ(c.LinePoints.size(), 220u);
