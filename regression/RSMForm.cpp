@@ -7,12 +7,15 @@
 #include "core/Study.h"
 #include "core/Text.h"
 #include "regression/ContourForms.h"
+#include "regression/ContourPlot.h"
 #include "regression/Regress.h"
 #include "regression/ResponseSurface.h"
 
 namespace kestrow {
 
 RSMForm::RSMForm(Study& study, const Statistics&) : study_(study) {
+  // The preview draws the model: one read from a file is fitted first.
+  EnsureCoefficients(study);
   sldAlpha = std::clamp<int>(study.REGRESS_RSM_iAlpha, ANGLE_MIN, ANGLE_MAX);
   sldBeta = std::clamp<int>(study.REGRESS_RSM_iBeta, ANGLE_MIN, ANGLE_MAX);
   sldNetsize = std::clamp<int>(study.REGRESS_RSM_iNetSize, NET_MIN, NET_MAX);

@@ -79,6 +79,7 @@ frmContour2::frmContour2(Study& study, const Statistics& stats, QWidget* parent)
   connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
+  setWindowTitle(Q(form_.Caption()));  // the caption names the response
   ShowChoices();
   resize(std::max(380, sizeHint().width()), sizeHint().height());
 }

@@ -76,6 +76,7 @@ frmMultiCon::frmMultiCon(Study& study, const Statistics& stats, QWidget* parent)
   connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   TranslateForm(this);
+  setWindowTitle(Q(SubstituteCopy(GetText("CONcap"), study.GetPRVDisplayName(study.REGRESS_sRVkey))));
   resize(std::max(640, sizeHint().width()), std::max(300, sizeHint().height()));
 }
 

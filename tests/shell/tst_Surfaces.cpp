@@ -36,6 +36,15 @@ class EventfulUi : public ScriptedUi {
 
 Study& Composite() { return gProblem->Studies(1); }
 
+// With KESTROW_SHOTS set, the widget as shown, for a person to look at.
+void Shot(QWidget* w, const char* name) {
+  if (const char* shots = std::getenv("KESTROW_SHOTS")) {
+    w->show();
+    QTest::qWait(50);
+    w->grab().save(QString(shots) + "/" + name + ".png");
+  }
+}
+
 // The composite's model with a third factor held: Time x Temp x a catalyst
 // load that enters linearly.
 void ThirdFactor() {
@@ -79,6 +88,7 @@ class tst_Surfaces : public QObject {
     d.chkRainbow->setChecked(false);
     QCOMPARE(d.img1->toolTip(), QString("conEmptyTgt"));
     QVERIFY(!d.img1->pixmap().isNull());
+    Shot(&d, "frmContour2");
     QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("CONerr1"));
     QCOMPARE(Composite().CONTOUR_flags, std::int16_t(1));
     gProblem->bChanged = false;
@@ -94,6 +104,7 @@ class tst_Surfaces : public QObject {
     for (int r = 0; r < 3; ++r) d.grdFactors->item(r, frmMultiCon::COL_PLOT)->setCheckState(Qt::Unchecked);
     d.grdFactors->item(0, frmMultiCon::COL_PLOT)->setCheckState(Qt::Checked);
     QCOMPARE(test::ErrorAfter(*ui_, d.cmdOK), T("MCONerr2"));
+    Shot(&d, "frmMultiCon");
     d.grdFactors->item(1, frmMultiCon::COL_PLOT)->setCheckState(Qt::Checked);
     d.grdFactors->item(2, frmMultiCon::COL_VALUE)->setText("1");
     d.grdFactors->item(2, frmMultiCon::COL_VALUE + 1)->setText("3");
@@ -112,6 +123,7 @@ class tst_Surfaces : public QObject {
     d.sldAlpha->setValue(70);
     QVERIFY(d.pic1->pixmap().toImage() != before);
     d.chkRainbow->setChecked(true);
+    Shot(&d, "frmRSM");
     d.cmdOK->click();
     QCOMPARE(d.result(), int(QDialog::Accepted));
     QCOMPARE(Composite().REGRESS_RSM_iAlpha, std::int16_t(70));
