@@ -19,7 +19,10 @@
 #include "regression/ContourForms.h"
 #include "regression/ContourPlot.h"
 #include "regression/Regress.h"
+#include "core/TestSupport.h"
 #include "workbench/Availability.h"
+#include "workbench/ChartLog.h"
+#include "workbench/PrintLog.h"
 #include "workbench/ShowAnalysis.h"
 
 namespace kestrow {
@@ -139,6 +142,18 @@ TEST_F(ContourPlotTest, TheTargetContourIsDrawnInsideTheRangeAndDroppedOutsideIt
   }
   EXPECT_GT(target, 10);
   EXPECT_GT(seeds, 0);
+  // The print log takes the lines' values, the target marked.
+  test::TempDir dir;
+  gSettings.PrintLog = dir / "log.txt";
+  ASSERT_TRUE(OpenLog(true));
+  LogCharts(gPage);
+  CloseLog();
+  const std::string log = test::ReadFile(gSettings.PrintLog);
+  EXPECT_NE(log.find("Yield contour plot\n"), std::string::npos);
+  ui->messages.clear();  // the count of lines written
+  // 76.5 cuts the corner (-1, -1) in the outer ring of cells alone, where no
+  // walk starts: it has no line.
+  EXPECT_NE(log.find("Contours at 77, 77.5, 78, 78.5, 79, 79.5, 80\nTarget contour at 78.5\n"), std::string::npos) << log;
 
   gphStart();
   sample->RespVars(1).fTarget = 95;  // no point of the plot reaches it
