@@ -189,6 +189,21 @@ TEST_F(ContourPlotTest, ALevelThroughCornersIsTracedWholeAlongThem) {
   EXPECT_EQ(levels, (std::vector<std::string>{"15", "20", "25", "12.5", "15", "17.5", "20", "22.5", "25", "27.5"}));
 }
 
+// z = x1 x2 in coded units: the level 0 crosses itself at the saddle, a
+// corner of four cells. Every walk ends, and every point lies on its level
+// (the surface is linear along each edge).
+TEST_F(ContourPlotTest, ASaddleIsTracedWithoutAWalkThatNeverEnds) {
+  Study& s = StudyOf(2, 3);
+  Model(s, {{"0", 0}, {"1", 0}, {"2", 0}, {"1,2", 1}}, REGRESS_CODED);
+  ASSERT_TRUE(SetupContourPlot(s, "")) << ui->messages.back().text;
+  int zero = 0;
+  for (const auto& run : Runs(Charts()[0])) {
+    zero += run[0].fZ == 0 ? 1 : 0;
+    for (const DataPoint& p : run) EXPECT_NEAR((p.fX - 20) / 10 * (p.fY - 20) / 10, p.fZ, 1e-5);
+  }
+  EXPECT_GE(zero, 2);  // the arms of the cross
+}
+
 TEST_F(ContourPlotTest, AFlatSurfaceIsToldWithTheTagAndDrawsNoLine) {
   Study& s = StudyOf(2, 3);
   Model(s, {{"0", 42}, {"1", 0}, {"2", 0}});
