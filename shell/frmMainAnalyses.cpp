@@ -13,6 +13,10 @@
 #include "shell/GridModel.h"
 #include "shell/ChartChoiceDialogs.h"
 #include "shell/frmANOM.h"
+#include "shell/frmConProg.h"
+#include "shell/frmContour2.h"
+#include "shell/frmMultiCon.h"
+#include "shell/frmRSM.h"
 #include "shell/frmANOVA.h"
 #include "shell/frmFXplot.h"
 #include "shell/frmMChart.h"
@@ -59,6 +63,10 @@ bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
     case ANALYSIS_PAIRWISE: return Run<frmPairwise>(study, parent, changed);
     case ANALYSIS_REGRESSION: return Run<frmRegress>(study, parent, changed);
     case ANALYSIS_REGRESSION_RESIDUALS: return Run<frmResiduals2>(study, parent, changed);
+    // A model of two factors has only the look of its plot to choose.
+    case ANALYSIS_CONPLOT:
+      return study.CountREFactors() == 2 ? Run<frmContour2>(study, parent, changed) : Run<frmMultiCon>(study, parent, changed);
+    case ANALYSIS_RESPSURF: return Run<frmRSM>(study, parent, changed);
     default: return false;
   }
 }
@@ -66,7 +74,15 @@ bool EditAnalysis(int code, Study& study, QWidget* parent, bool& changed) {
 }  // namespace
 
 void frmMain::ShowEditAnalysis(int mode) {
-  if (!gStudy) return;
+  // A long drawing lets the window's events through: a click that asks for
+  // another analysis meanwhile is not taken.
+  static bool drawing = false;
+  if (!gStudy || drawing) return;
+  struct Busy {
+    bool& flag;
+    explicit Busy(bool& f) : flag(f) { flag = true; }
+    ~Busy() { flag = false; }
+  } busy(drawing);
   UnLoadDataGrid();
   int code = giAnalysis;
   gStats.Compute(*gStudy);
@@ -90,6 +106,8 @@ void frmMain::ShowEditAnalysis(int mode) {
   ClearPane();
   if (IsChartAnalysis(code)) {
     gphStart();
+    frmConProg progress(this);
+    ConProgScope scope(progress);
     DrawAnalysis(code, *gStudy, gStats, grid_);  // charts stopped on a message show what was made
     ShowChartPage(AnalysisPaneName(code));
     return;

@@ -2,6 +2,7 @@
 
 #include "core/Study.h"
 #include "data/Statistics.h"
+#include "regression/ContourPlot.h"
 
 namespace kestrow {
 
@@ -130,6 +131,14 @@ bool IsAnalysisSetUp(const Study& s, const Statistics& st, int code) {
       return AnovaSetUp(s, st) && !s.ANOVA_sCharts.empty() && !s.Contrasts.Empty();
     case ANALYSIS_CALCULATOR:
       return !s.REGRESS_Rterms.Empty();
+    case ANALYSIS_CONPLOT:
+    case ANALYSIS_RESPSURF: {
+      // Two factors chosen to plot and every other one held at a value: the
+      // dialog has been through, or the study came with them.
+      int fx = 0, fy = 0;
+      std::string complaint;
+      return PlottedFactors(s, fx, fy, complaint);
+    }
     case ANALYSIS_RUNCHART:
       return AnyRV(s, st, HasData);
     default:

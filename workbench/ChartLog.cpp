@@ -1,5 +1,7 @@
 #include "workbench/ChartLog.h"
 
+#include <set>
+
 #include "charts/ChartPage.h"
 #include "core/Formatters.h"
 #include "core/Grid.h"
@@ -31,6 +33,21 @@ void LogCharts(const ChartPage& page) {
     LogLine(OneLine(c.sTitle));
     for (const std::string* text : {&c.sText1, &c.sText2})
       if (!text->empty()) LogLine(OneLine(*text));
+    if (c.chtType == CHT_CONTOUR || c.chtType == CHT_SURFACE) {
+      // A picture of the fitted equation: the lines' values, not the
+      // thousands of points that trace them.
+      std::set<float> levels;
+      float target = MISSING_VALUE;
+      for (const DataPoint& p : c.DataPoints)
+        if (p.idf == 2 && p.sId == "T") target = p.fZ;
+        else if (p.idf == 2 && p.sId != "COL") levels.insert(p.fZ);
+      std::string text;
+      for (float v : levels) text += (text.empty() ? "" : ", ") + ShortestText(v);
+      if (!text.empty()) LogLine("Contours at " + text);
+      if (target != MISSING_VALUE) LogLine("Target contour at " + ShortestText(target));
+      LogLine(" ");
+      continue;
+    }
     if (c.LowLimit != MISSING_VALUE || c.MeanLimit != MISSING_VALUE || c.HighLimit != MISSING_VALUE)
       LogLine("LDL=" + Figure(c.LowLimit) + ", Mean=" + Figure(c.MeanLimit) + ", UDL=" + Figure(c.HighLimit));
     Grid table;

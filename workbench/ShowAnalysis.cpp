@@ -12,7 +12,9 @@
 #include "analyses/Residuals.h"
 #include "analyses/RunChart.h"
 #include "analyses/ScreePlot.h"
+#include "regression/ContourPlot.h"
 #include "regression/Regress.h"
+#include "regression/ResponseSurface.h"
 #include "regression/RegressionReport.h"
 #include "regression/RegressionResiduals.h"
 #include "regression/Scattergram.h"
@@ -39,6 +41,8 @@ bool IsAnalysisBuilt(int code) {
     case ANALYSIS_REGRESSION:
     case ANALYSIS_REGRESSION_RESIDUALS:
     case ANALYSIS_CALCULATOR:
+    case ANALYSIS_CONPLOT:
+    case ANALYSIS_RESPSURF:
     case ANALYSIS_SCATTERGRAM: return true;
     default: return false;
   }
@@ -117,6 +121,8 @@ bool DrawAnalysis(int code, Study& study, Statistics& stats, Grid& grid, const s
     case ANALYSIS_REGRESSION: return DrawRegression(study, grid);
     case ANALYSIS_REGRESSION_RESIDUALS:
       return SetupResiduals2(study, stats, list(study.REGRESS_RES_sCharts), (study.REGRESS_iFlag & REGRESS_STUDENTISED) != 0);
+    case ANALYSIS_CONPLOT: return SetupContourPlot(study, study.CONTOUR_KeyValues);
+    case ANALYSIS_RESPSURF: return SetupRSM(study);
     case ANALYSIS_SCATTERGRAM: {
       ScatterChoice choice;
       std::string complaint;
