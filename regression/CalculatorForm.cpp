@@ -48,6 +48,9 @@ CalculatorForm::CalculatorForm(Study& study) : study_(study) {
     return;
   }
   lblEquation = fit_.GetRegressionEquation();
+  // The equation shown is the stored one; a model in actual units is worked
+  // out through its coded stand-in, which keeps the digits far from zero.
+  if (fit_.StandInCoded()) coded_ = true;
   txtTarget = sd ? std::string() : TargetToText(study.GetPRVTarget(rv));
   // The model's factors in the order of their terms: "name,number,..."
   std::string list = fit_.GetFactorString();
@@ -145,8 +148,8 @@ bool CalculatorForm::cmdSolve_Click() {
   if (!SetLimits()) return false;
   table_.fill(MISSING_VALUE);
   for (Factor& f : factors_) {
-    f.fOffset = coded_ ? study_.FValueToCode(f.sKey, 0) : 0;
-    f.fSlope = coded_ ? study_.FValueToCode(f.sKey, 1) - f.fOffset : 1;
+    f.fSlope = 1, f.fOffset = 0;
+    if (coded_) CodingLine(study_, f.sKey, f.fSlope, f.fOffset);
   }
   running_ = true;
   evaluations_ = iRunCount_ = 0;
@@ -167,7 +170,8 @@ bool CalculatorForm::cmdSolve_Click() {
 // The point of fNow: evaluated, and kept when it is better than the best so
 // far; a tie keeps the earlier point.
 void CalculatorForm::Better() {
-  for (const Factor& f : factors_) table_[static_cast<std::size_t>(f.iFactor)] = f.fSlope * f.fNow + f.fOffset;
+  for (const Factor& f : factors_)
+    table_[static_cast<std::size_t>(f.iFactor)] = static_cast<float>(f.fSlope * f.fNow + f.fOffset);
   const float z = fit_.EvaluateRegressionEquation(table_);
   ++evaluations_;
   bool better;

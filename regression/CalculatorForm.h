@@ -23,7 +23,7 @@ class CalculatorForm {
   // A factor of the model: one with a term of its own.
   struct Factor {
     float fMin = 0, fMax = 0, fStep = 0, fBest = 0, fNow = 0;
-    float fSlope = 1, fOffset = 0;  // coded = slope x actual + offset, in a coded model
+    double fSlope = 1, fOffset = 0;  // coded = slope x actual + offset, in a coded model
     std::string sKey, sName;
     std::int16_t iFactor = 0, iCount = 0;
   };

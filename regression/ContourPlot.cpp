@@ -235,7 +235,7 @@ std::string ContourProgressText(float fContour, const std::string& sRV) {
 }
 
 float ContourSurface::At(float x, float y) const {
-  const float u = xSlope * x + xOffset, v = ySlope * y + yOffset;
+  const auto u = static_cast<float>(xSlope * x + xOffset), v = static_cast<float>(ySlope * y + yOffset);
   return swap ? fit->FastEvaluate(v, u) : fit->FastEvaluate(u, v);
 }
 
@@ -288,10 +288,8 @@ ContourSurface PlotSurface(const Study& study, const Regress& fit, int fx, int f
     }
   if (fit.Coded()) {
     const std::string xKey = study.GetFactorKey(fx), yKey = study.GetFactorKey(fy);
-    surface.xOffset = study.FValueToCode(xKey, 0);
-    surface.xSlope = study.FValueToCode(xKey, 1) - surface.xOffset;
-    surface.yOffset = study.FValueToCode(yKey, 0);
-    surface.ySlope = study.FValueToCode(yKey, 1) - surface.yOffset;
+    CodingLine(study, xKey, surface.xSlope, surface.xOffset);
+    CodingLine(study, yKey, surface.ySlope, surface.yOffset);
   }
   return surface;
 }
@@ -411,6 +409,7 @@ bool SetupContourPlot(Study& study, const std::string& sList) {
     const std::string label = Trim(PopBar(rest)), value = Trim(PopBar(rest));
     Regress fit;
     fit.Init(study);
+    fit.StandInCoded();  // a model in actual units keeps its digits far from zero
     float target = (study.CONTOUR_flags & 2) ? study.GetPRVTarget(rvKey) : MISSING_VALUE;
     std::string conditions;
     bool fast;

@@ -35,7 +35,7 @@ std::string ContourProgressText(float fContour, const std::string& sRV);
 struct ContourSurface {
   const Regress* fit = nullptr;
   bool swap = false;  // the fast polynomial's first factor is the plot's y
-  float xSlope = 1, xOffset = 0, ySlope = 1, yOffset = 0;
+  double xSlope = 1, xOffset = 0, ySlope = 1, yOffset = 0;
   float At(float x, float y) const;
 };
 

@@ -102,7 +102,7 @@ bool Regress::PrepareColumns(const std::string& ss) {
     BuildColumns();
     return true;
   } catch (const std::exception& e) {
-    ReportError(e.what(), TAG);
+    if (!quiet_) ReportError(e.what(), TAG);
     return false;
   }
 }
@@ -120,7 +120,7 @@ bool Regress::Compute(const std::string& ss) {
       ok = Pass(wantActual, finished);
     }
   } catch (const std::exception& e) {
-    ReportError(e.what(), TAG);
+    if (!quiet_) ReportError(e.what(), TAG);
     ok = false;
   }
   coded_ = true;  // a model in actual units leaves the flag set, as the readers expect
@@ -227,7 +227,7 @@ bool Regress::Pass(bool wantActual, bool& finished) {
 
   const int df = static_cast<std::int16_t>(numObs_ - static_cast<std::int16_t>(p));
   if (df <= 1) {
-    ErrorBox("Insufficent D.O.F. to compute this equation");
+    if (!quiet_) ErrorBox("Insufficent D.O.F. to compute this equation");
     return false;
   }
   CheckInflation(work, diagonal, true);
@@ -343,6 +343,33 @@ std::string Regress::PackConstants() const {
   std::string text = coded_ ? "1" : "0";
   for (float k : fastK_) text += "|" + ShortestText(k);
   return text;
+}
+
+void CodingLine(const Study& study, const std::string& key, double& slope, double& offset) {
+  const double lo = study.FGetMinLevel(key), hi = study.FGetMaxLevel(key);
+  if (hi > lo) {
+    const double codeLo = study.FValueToCode(key, lo), codeHi = study.FValueToCode(key, hi);
+    slope = (codeHi - codeLo) / (hi - lo);
+    offset = codeLo - slope * lo;
+  } else {
+    offset = study.FValueToCode(key, 0);
+    slope = study.FValueToCode(key, 1) - offset;
+  }
+}
+
+bool Regress::StandInCoded() {
+  if (coded_ || study_ == nullptr || terms_.empty() || sRVkey_.empty()) return false;
+  Regress trial;
+  trial.study_ = study_;
+  trial.useSD_ = useSD_;
+  trial.coded_ = true;
+  trial.quiet_ = true;
+  for (const Rterm* t : terms_) trial.AddTerm(*t);
+  if (!trial.Compute(sRVkey_)) return false;
+  ZapTerms();
+  for (const Rterm& t : trial.owned_) AddTerm(t);
+  coded_ = true;
+  return true;
 }
 
 float Regress::EvaluateRegressionEquation(const std::array<float, MAX_EVAL_FACTORS + 1>& values) const {

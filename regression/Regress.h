@@ -37,6 +37,12 @@ void InitRterm(Rterm& term);
 // The factor numbers of a term's text ("1,1,3": 1, 1, 3; "0": the constant, 0).
 std::vector<int> TermFactors(const std::string& sTerm);
 
+// A factor's coding as a line, coded = slope x actual + offset, for loops
+// that code many values: taken in double precision between the ends of the
+// factor's range, so that a range far from zero keeps its digits (the line
+// through the codes of 0 and 1 would lose them to the offset's rounding).
+void CodingLine(const Study& study, const std::string& key, double& slope, double& offset);
+
 class Regress {
  public:
   float fSSE = 0, fMSE = 0, fRSquared = 0, fRSquaredAdj = 0;
@@ -60,6 +66,13 @@ class Regress {
   // The fit of the response key ss; true on success. A model in actual units
   // is fitted twice: its statistics come from the coded fit.
   bool Compute(const std::string& ss);
+  // For evaluation only: a model in actual units is fitted again, on copies
+  // of its terms, in coded units, which give the same surface without the
+  // cancellation of large powers of values far from zero in 32-bit floats
+  // and rounded coefficients. The study's terms are untouched. False, with
+  // nothing changed and nothing said, when the model is coded already or
+  // cannot be fitted again; then the stored coefficients stand.
+  bool StandInCoded();
 
   double GetBeta(int iNdx) const;
   // 1 coefficient, 2 two-sided p, 3 |t|, 4 standard error.
@@ -120,6 +133,7 @@ class Regress {
   bool coded_ = false, useSD_ = false;
   std::vector<Rterm*> terms_;
   std::deque<Rterm> owned_;
+  bool quiet_ = false;  // a stand-in fit says nothing of its failures
   std::vector<std::vector<int>> factors_;  // each term's factor numbers
 
   // Work arrays of the last pass, 0-based: x_[term][observation].

@@ -30,6 +30,7 @@ bool FillSurfaceChart(Study& study, Chart& c, bool quiet) {
   study.ConfigureRV(rvKey);
   Regress fit;
   fit.Init(study);
+  fit.StandInCoded();  // a model in actual units keeps its digits far from zero
   const std::string conditions = fit.GetConditions(0);
   if (!fit.SetupFastConstants()) return false;
   const ContourSurface surface = PlotSurface(study, fit, fx, fy);

@@ -6,12 +6,16 @@
 // their refusals, ties, a range too narrow for a float to step, Stop.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 #include "RegressionFixture.h"
 #include "core/Formatters.h"
 #include "core/Language.h"
+#include "core/Sentinels.h"
+#include "core/Text.h"
 #include "regression/CalculatorForm.h"
+#include "regression/ResponseSurface.h"
 
 namespace kestrow {
 namespace {
@@ -167,6 +171,58 @@ TEST_F(CalculatorTest, ANarrowRangeFarFromZeroEnds) {
   EXPECT_GE(f.Factors()[0].fBest, 9000.0f);
   EXPECT_LE(f.Factors()[0].fBest, 9000.011f);
   EXPECT_NEAR(f.Factors()[1].fBest, 0.001, 1e-4);  // y falls with the second factor
+}
+
+// A quadratic in actual units around 9,000 and 0.001: the stored 32-bit
+// coefficients cancel in the fourth figure there, so the calculator works
+// through the coded fit of the same model. Its value at each point against
+// the independent double-precision fit of the same data.
+TEST_F(CalculatorTest, ActualUnitsFarFromZeroKeepTheirDigits) {
+  const std::vector<std::pair<double, double>> grid = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {0, 0},
+                                                       {1, 0},   {-1, 1}, {0, 1},  {1, 1}};
+  Study& s = Custom({"8990", "9000", "9010"}, {"0.0009", "0.001", "0.0011"}, grid, 2);
+  Respond(s, grid, [](double a, double b) { return 250 + 12 * a + 7 * b - 3 * a * a + 2 * b * b + 1.5 * a * b; }, 0.8);
+  Model(s, {"0", "1", "2", "1,1", "2,2", "1,2"}, 0);
+  Regress stored;
+  stored.Init(s);
+  ASSERT_TRUE(stored.Compute("v1"));
+  const test::Fit fit = Independent(s, true);
+  ASSERT_TRUE(fit.ok);
+  CalculatorForm f(s);
+  std::array<float, MAX_EVAL_FACTORS + 1> raw;
+  raw.fill(MISSING_VALUE);
+  int storedWrong = 0;
+  for (double a : {-1.0, -0.3, 0.55, 1.0})
+    for (double b : {-1.0, 0.2, 1.0}) {
+      const double x = 9000 + 10 * a, y = 0.001 + 0.0001 * b;
+      const double want = static_cast<double>(fit.beta[0] + fit.beta[1] * a + fit.beta[2] * b + fit.beta[3] * a * a +
+                                              fit.beta[4] * b * b + fit.beta[5] * a * b);
+      f.values = {ShortestText(x), ShortestText(y)};
+      ASSERT_TRUE(f.cmdEvaluate_Click());
+      EXPECT_EQ(f.lblValue, "Y = " + FormatNumSF(static_cast<float>(want))) << a << ", " << b;
+      raw[1] = static_cast<float>(x), raw[2] = static_cast<float>(y);
+      storedWrong += FormatNumSF(stored.EvaluateRegressionEquation(raw)) != FormatNumSF(static_cast<float>(want));
+    }
+  EXPECT_GT(storedWrong, 0);  // what the stored coefficients alone would print
+
+  // The solver's best value is the fit's value at its best point.
+  f.txtTarget = "MAX";
+  ASSERT_TRUE(f.cmdSolve_Click());
+  const double a = (f.Factors()[0].fBest - 9000.0) / 10, b = (f.Factors()[1].fBest - 0.001) / 0.0001;
+  const double atBest = static_cast<double>(fit.beta[0] + fit.beta[1] * a + fit.beta[2] * b + fit.beta[3] * a * a +
+                                            fit.beta[4] * b * b + fit.beta[5] * a * b);
+  EXPECT_EQ(FormatNumSF(f.BestValue()), FormatNumSF(static_cast<float>(atBest)));
+
+  // The response surface of the same model works through the same stand-in.
+  s.REGRESS_RSM_iNetSize = 8;
+  ASSERT_TRUE(SetupRSM(s));
+  ASSERT_EQ(Charts().size(), 1u);
+  for (const LinePoint& p : Charts()[0].LinePoints) {
+    const double a = (p.fX - 9000.0) / 10, b = (p.fY - 0.001) / 0.0001;
+    const double want = static_cast<double>(fit.beta[0] + fit.beta[1] * a + fit.beta[2] * b + fit.beta[3] * a * a +
+                                            fit.beta[4] * b * b + fit.beta[5] * a * b);
+    EXPECT_NEAR(p.fZ, want, 2e-3 * 250) << p.fX << ", " << p.fY;
+  }
 }
 
 // The random search runs until stopped; its points stay within the limits.
