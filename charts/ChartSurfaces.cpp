@@ -130,7 +130,9 @@ void ChartPainter::DrawSurface() {
   double ca = std::cos(c_.fAlphaRad), cb = std::cos(c_.fBetaRad);
   double sa = std::sin(c_.fAlphaRad), sb = std::sin(c_.fBetaRad);
   double byWidth = (right - c_.PlotLeft) / std::max(1e-6, ca + cb);
-  double byHeight = (c_.PlotBottom - c_.PlotTop) / std::max(1e-6, 1 + sa + sb);
+  // The front edges' values and the axis titles hang below the cube's
+  // lowest corner: a tenth of the plot's height is kept for them.
+  double byHeight = 0.9 * (c_.PlotBottom - c_.PlotTop) / std::max(1e-6, 1 + sa + sb);
   int S = static_cast<int>(std::min(byWidth, byHeight));
   double X0 = (right + c_.PlotLeft - S * (ca + cb)) / 2.0;
   double Y0 = c_.PlotTop + S + S * sb;
