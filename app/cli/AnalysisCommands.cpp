@@ -38,10 +38,8 @@ int Analyse(const Words& words) {
     if (report != "ipo" && report != "multichart") return Usage("--report takes ipo or multichart");
     if (a.Has("--detail")) return Usage("--detail picks a chart of an analysis, not of a report");
     if (a.Flag("--tsv")) return Usage("the reports draw charts; --tsv is for grids");
-    if (!OpenProgramFiles()) return FAILED;
-    auto problem = LoadProblem(a.positional[0]);
-    if (!problem) return FAILED;
-    Study* s = FindStudy(*problem, a);
+    std::unique_ptr<Problem> problem;
+    Study* s = LoadStudy(a, problem);
     if (!s) return FAILED;
     if (report == "ipo") {
       DrawIPOReport(*s);
@@ -62,10 +60,8 @@ int Analyse(const Words& words) {
   if (!charts && a.Has("--detail")) return Usage("analysis " + std::to_string(code) + " prints a grid; --detail picks a chart");
   if (code == ANALYSIS_CALCULATOR) return Usage("analysis 14 is the regression calculator, a dialog with nothing to show: use calc");
   if (!IsAnalysisBuilt(code)) return Failed("analysis " + std::to_string(code) + " cannot be shown by this version");
-  if (!OpenProgramFiles()) return FAILED;
-  auto problem = LoadProblem(a.positional[0]);
-  if (!problem) return FAILED;
-  Study* s = FindStudy(*problem, a);
+  std::unique_ptr<Problem> problem;
+  Study* s = LoadStudy(a, problem);
   if (!s) return FAILED;
   Statistics stats;
   stats.Compute(*s);

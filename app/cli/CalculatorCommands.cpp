@@ -86,10 +86,8 @@ int Calc(const Words& words) {
   if (method == "montecarlo" && (!a.Has("--seconds") || !ParseWhole(a.Option("--seconds"), 1, 86400, seconds)))
     return Usage("the Monte-Carlo method runs until stopped: give --seconds S, from 1 to 86400");
   if (method == "twopass" && a.Has("--seconds")) return Usage("--seconds is for the Monte-Carlo method");
-  if (!OpenProgramFiles()) return FAILED;
-  auto problem = LoadProblem(a.positional[0]);
-  if (!problem) return FAILED;
-  Study* s = FindStudy(*problem, a);
+  std::unique_ptr<Problem> problem;
+  Study* s = LoadStudy(a, problem);
   if (!s) return FAILED;
   Statistics stats;
   stats.Compute(*s);

@@ -160,6 +160,12 @@ Study* FindStudy(Problem& p, const Args& a) {
   return s;
 }
 
+Study* LoadStudy(const Args& a, std::unique_ptr<Problem>& problem) {
+  if (!OpenProgramFiles()) return nullptr;
+  problem = LoadProblem(a.positional[0]);
+  return problem ? FindStudy(*problem, a) : nullptr;
+}
+
 bool OpenLanguageFiles() {
   LoadSettings();
   if (!OpenLanguage(JoinPath(ProgramFolder(), "KSTlang.MDB"), gSettings.Language)) {

@@ -52,6 +52,9 @@ bool ReadJsonFile(const std::string& path, std::string& text, std::string& error
 std::unique_ptr<Problem> LoadProblem(const std::string& path);
 // The study of a loaded problem named by --study; reports a missing one.
 Study* FindStudy(Problem& problem, const Args& args);
+// The program files opened, the problem file of the first word loaded into
+// problem, and its study named by --study; null when any of it failed (said).
+Study* LoadStudy(const Args& args, std::unique_ptr<Problem>& problem);
 // The settings, the language and the catalogue of the program folder, as the
 // workbench opens them at start; false, with the message, when one is missing.
 bool OpenProgramFiles();

@@ -22,10 +22,8 @@ int Apr(const Words& words) {
   if (a.positional.size() != 1 || !a.Has("--study"))
     return Usage("apr takes a problem file and --study KEY");
   if (a.Has("-o") && !a.Flag("--copy-back")) return Usage("-o names the file of a --copy-back");
-  if (!OpenProgramFiles()) return FAILED;
-  auto problem = LoadProblem(a.positional[0]);
-  if (!problem) return FAILED;
-  Study* s = FindStudy(*problem, a);
+  std::unique_ptr<Problem> problem;
+  Study* s = LoadStudy(a, problem);
   if (!s) return FAILED;
   Statistics stats;
   stats.Compute(*s);

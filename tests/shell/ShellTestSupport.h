@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QTimer>
 #include <QString>
 #include <memory>
 #include <string>
@@ -14,6 +16,21 @@
 #include "core/Settings.h"
 
 namespace kestrow::test {
+
+// Runs f on the modal dialog of type D as soon as it is up.
+template <class D, class F>
+void WhenUp(F f) {
+  auto* timer = new QTimer;
+  timer->setInterval(5);
+  QObject::connect(timer, &QTimer::timeout, [timer, f] {
+    auto* d = qobject_cast<D*>(QApplication::activeModalWidget());
+    if (!d) return;
+    timer->stop();
+    timer->deleteLater();
+    f(d);
+  });
+  timer->start();
+}
 
 // The text of a dictionary tag.
 inline QString T(const char* tag) { return QString::fromStdString(GetText(tag)); }

@@ -30,23 +30,9 @@
 
 using namespace kestrow;
 using test::T;
+using test::WhenUp;
 
 namespace {
-
-// Runs f on the modal dialog of type D as soon as it is up.
-template <class D, class F>
-void WhenUp(F f) {
-  auto* timer = new QTimer;
-  timer->setInterval(5);
-  QObject::connect(timer, &QTimer::timeout, [timer, f] {
-    auto* d = qobject_cast<D*>(QApplication::activeModalWidget());
-    if (!d) return;
-    timer->stop();
-    timer->deleteLater();
-    f(d);
-  });
-  timer->start();
-}
 
 Study& Chemical() { return gProblem->Studies(1); }
 

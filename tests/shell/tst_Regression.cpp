@@ -30,6 +30,7 @@
 
 using namespace kestrow;
 using test::T;
+using test::WhenUp;
 
 namespace {
 
@@ -40,21 +41,6 @@ void Shot(QWidget* w, const char* name) {
     QTest::qWait(50);
     w->grab().save(QString(shots) + "/" + name + ".png");
   }
-}
-
-// Runs f on the modal dialog of type D as soon as it is up.
-template <class D, class F>
-void WhenUp(F f) {
-  auto* timer = new QTimer;
-  timer->setInterval(5);
-  QObject::connect(timer, &QTimer::timeout, [timer, f] {
-    auto* d = qobject_cast<D*>(QApplication::activeModalWidget());
-    if (!d) return;
-    timer->stop();
-    timer->deleteLater();
-    f(d);
-  });
-  timer->start();
 }
 
 // The scripted Ui, but with the window's events done while a search runs.
