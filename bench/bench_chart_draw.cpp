@@ -6,6 +6,8 @@
 // reported by its median.
 #include <benchmark/benchmark.h>
 
+#include "QtBenchmarkMain.h"
+
 #include <QGuiApplication>
 #include <QImage>
 #include <filesystem>
@@ -101,13 +103,4 @@ BENCHMARK(BM_SaveEmf)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions
 }  // namespace
 }  // namespace kestrow
 
-// Fonts and painting need a GUI application; the offscreen platform serves
-// without a display.
-int main(int argc, char** argv) {
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+KESTROW_QT_BENCHMARK_MAIN()

@@ -6,6 +6,8 @@
 // Each is run in repetitions and reported by its median.
 #include <benchmark/benchmark.h>
 
+#include "QtBenchmarkMain.h"
+
 #include <QGuiApplication>
 #include <QImage>
 #include <memory>
@@ -158,13 +160,4 @@ BENCHMARK(BM_SurfaceRedrawnAtANewAngle)->Unit(benchmark::kMillisecond)->UseRealT
 }  // namespace
 }  // namespace kestrow
 
-// Fonts and painting need a GUI application; the offscreen platform serves
-// without a display.
-int main(int argc, char** argv) {
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+KESTROW_QT_BENCHMARK_MAIN()
